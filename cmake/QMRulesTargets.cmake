@@ -1,0 +1,48 @@
+# The settings that every target of the project shares, and one function for each kind of target.
+
+add_library(qmrules_settings INTERFACE)
+target_include_directories(qmrules_settings INTERFACE ${CMAKE_SOURCE_DIR}/src)
+target_compile_options(qmrules_settings INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Werror)
+if(QMRULES_SANITIZE)
+  set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_compile_options(qmrules_settings INTERFACE ${sanitizers})
+  target_link_options(qmrules_settings INTERFACE ${sanitizers})
+endif()
+if(QMRULES_FUZZ)
+  target_compile_options(qmrules_settings INTERFACE -fsanitize=fuzzer-no-link,address,undefined
+                                                    -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(qmrules_settings INTERFACE -fsanitize=address,undefined)
+endif()
+
+# qmrules_library(NAME SOURCES file... [LINK target...] [PRIVATE target...])
+# One static library `qmrules_NAME` for one folder (or one ground module) of src/.
+function(qmrules_library NAME)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINK;PRIVATE" ${ARGN})
+  add_library(qmrules_${NAME} STATIC ${ARG_SOURCES})
+  target_link_libraries(qmrules_${NAME} PUBLIC qmrules_settings ${ARG_LINK} PRIVATE ${ARG_PRIVATE})
+endfunction()
+
+# qmrules_test(NAME SOURCES file... LINK target...)
+# One GoogleTest program `NAME_test`, its cases known to CTest one by one.
+function(qmrules_test NAME)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+  add_executable(${NAME}_test ${ARG_SOURCES})
+  target_include_directories(${NAME}_test PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+  target_link_libraries(${NAME}_test PRIVATE qmrules_settings ${ARG_LINK} GTest::gmock GTest::gtest_main)
+  gtest_discover_tests(${NAME}_test TEST_PREFIX "${NAME}." DISCOVERY_MODE PRE_TEST
+                       PROPERTIES ENVIRONMENT "LSAN_OPTIONS=exitcode=23")
+endfunction()
+
+# qmrules_embed(TARGET FILE VARIABLE)
+# Compiles the text file into TARGET as `extern const std::string_view qmrules::embedded::VARIABLE`.
+function(qmrules_embed TARGET FILE VARIABLE)
+  set(source ${CMAKE_CURRENT_SOURCE_DIR}/${FILE})
+  set(generated ${CMAKE_CURRENT_BINARY_DIR}/${VARIABLE}.cpp)
+  add_custom_command(
+    OUTPUT ${generated}
+    COMMAND ${CMAKE_COMMAND} -DINPUT=${source} -DOUTPUT=${generated} -DVARIABLE=${VARIABLE}
+            -P ${CMAKE_SOURCE_DIR}/cmake/EmbedText.cmake
+    DEPENDS ${source} ${CMAKE_SOURCE_DIR}/cmake/EmbedText.cmake
+    COMMENT "Embedding ${FILE}")
+  target_sources(${TARGET} PRIVATE ${generated})
+endfunction()
