@@ -1,0 +1,173 @@
+       IDENTIFICATION DIVISION.
+       PROGRAM-ID.    PBDUNN01.
+       AUTHOR.        J R TOLLEY.
+       DATE-WRITTEN.  JUN 1991.
+      *
+      *  DUNNING LETTERS FROM THE EXTRACT OF THE BILLING RUN
+      *  LEVEL 1 REMINDER, LEVEL 2 WARNING, LEVEL 3 NOTICE OF LAPSE
+      *
+      *  91-06 JRT WRITTEN
+      *  02-11 DL  AGENT'S NAME AND TELEPHONE ON EVERY LETTER
+      *
+       ENVIRONMENT DIVISION.
+       INPUT-OUTPUT SECTION.
+       FILE-CONTROL.
+           SELECT DUNNING-FILE   ASSIGN TO DUNNING
+               FILE STATUS IS WS-DUN-STATUS.
+           SELECT AGENT-MASTER   ASSIGN TO AGTMAST
+               ORGANIZATION IS INDEXED
+               ACCESS MODE IS RANDOM
+               RECORD KEY IS AG-AGENT-NO
+               FILE STATUS IS WS-AGT-STATUS.
+           SELECT LETTER-FILE    ASSIGN TO LETTERS
+               FILE STATUS IS WS-LTR-STATUS.
+       DATA DIVISION.
+       FILE SECTION.
+       FD  DUNNING-FILE.
+       COPY PBDUNRC.
+       FD  AGENT-MASTER.
+       COPY PBAGNRC.
+       FD  LETTER-FILE.
+       01  LETTER-LINE             PIC X(80).
+       WORKING-STORAGE SECTION.
+       77  WS-DUN-STATUS           PIC XX     VALUE '00'.
+       77  WS-AGT-STATUS           PIC XX     VALUE '00'.
+       77  WS-LTR-STATUS           PIC XX     VALUE '00'.
+       77  WS-EOF                  PIC X      VALUE 'N'.
+       77  WS-LETTERS              PIC S9(5)  COMP-3  VALUE ZERO.
+       77  WS-NOT-SENT             PIC S9(5)  COMP-3  VALUE ZERO.
+       77  WS-PTR                  PIC S9(4)  COMP    VALUE ZERO.
+       77  WS-BLANKS               PIC S9(4)  COMP    VALUE ZERO.
+       77  WS-TOTAL                PIC S9(7)V99 COMP-3.
+       01  WS-NAME-PARTS.
+           03  WS-LAST             PIC X(20).
+           03  WS-FIRST            PIC X(15).
+       01  WS-ADDRESS-WORK.
+           03  WS-ADR-NAME         PIC X(37).
+           03  WS-ADR-STREET       PIC X(25).
+           03  WS-ADR-CITY         PIC X(18).
+           03  WS-ADR-STATE        PIC X(02).
+           03  WS-ADR-ZIP          PIC X(09).
+       66  WS-ADR-MAILABLE RENAMES WS-ADR-STREET THRU WS-ADR-ZIP.
+       66  WS-ADR-REGION   RENAMES WS-ADR-STATE  THRU WS-ADR-ZIP.
+       01  WS-PHONE.
+           03  WS-AREA             PIC X(3).
+           03  WS-EXCHANGE         PIC X(3).
+           03  WS-LINE             PIC X(4).
+       01  WS-EDIT-AMOUNT          PIC $$,$$$,$$9.99.
+       01  WS-TEXT                 PIC X(80).
+       COPY PBDATLK.
+       COPY PBFSWRK REPLACING ==:PGM:== BY =='PBDUNN01'==.
+       PROCEDURE DIVISION.
+       0000-START.
+           OPEN INPUT DUNNING-FILE AGENT-MASTER.
+           IF WS-DUN-STATUS NOT = '00'
+               MOVE 'DUNNING' TO FS-FILE-NAME
+               MOVE 'OPEN'    TO FS-OPERATION
+               MOVE WS-DUN-STATUS TO FS-STATUS
+               GO TO 9900-ABEND.
+           OPEN OUTPUT LETTER-FILE.
+       0100-LOOP.
+           READ DUNNING-FILE AT END GO TO 0900-END.
+           PERFORM 1000-CHECK-ADDRESS THRU 1000-EXIT.
+           IF WS-BLANKS > ZERO
+               ADD 1 TO WS-NOT-SENT
+               GO TO 0100-LOOP.
+           PERFORM 2000-HEAD THRU 2000-EXIT.
+           GO TO 3100-REMINDER
+                 3200-WARNING
+                 3300-LAPSE
+               DEPENDING ON DN-LEVEL.
+           GO TO 0100-LOOP.
+       0900-END.
+           DISPLAY 'PBDUNN01 LETTERS ' WS-LETTERS
+                   ' NOT SENT ' WS-NOT-SENT.
+           CLOSE DUNNING-FILE AGENT-MASTER LETTER-FILE.
+           STOP RUN.
+
+       1000-CHECK-ADDRESS.
+      *    A LETTER NEEDS A STREET, A CITY, A STATE AND A ZIP CODE
+           MOVE DN-FULL-NAME TO WS-ADR-NAME.
+           MOVE DN-STREET    TO WS-ADR-STREET.
+           MOVE DN-CITY      TO WS-ADR-CITY.
+           MOVE DN-STATE     TO WS-ADR-STATE.
+           MOVE DN-ZIP       TO WS-ADR-ZIP.
+           MOVE ZERO TO WS-BLANKS.
+           IF WS-ADR-MAILABLE = SPACES
+               ADD 1 TO WS-BLANKS
+               GO TO 1000-EXIT.
+           IF WS-ADR-STREET = SPACES OR WS-ADR-CITY = SPACES
+               ADD 1 TO WS-BLANKS.
+           INSPECT WS-ADR-REGION TALLYING WS-BLANKS
+               FOR CHARACTERS AFTER INITIAL '?'.
+           INSPECT WS-ADR-STATE TALLYING WS-BLANKS FOR ALL SPACE.
+           INSPECT WS-ADR-ZIP (1:5) TALLYING WS-BLANKS FOR ALL SPACE.
+           INSPECT WS-ADR-STREET REPLACING ALL '#' BY ' '
+                                           ALL '/' BY '-'.
+       1000-EXIT.
+           EXIT.
+
+       2000-HEAD.
+           MOVE SPACES TO WS-NAME-PARTS WS-TEXT.
+           UNSTRING DN-FULL-NAME DELIMITED BY ', ' OR '  '
+               INTO WS-LAST WS-FIRST.
+           MOVE 1 TO WS-PTR.
+           STRING WS-FIRST DELIMITED BY '  '
+                  ' '      DELIMITED BY SIZE
+                  WS-LAST  DELIMITED BY '  '
+               INTO WS-TEXT WITH POINTER WS-PTR.
+           WRITE LETTER-LINE FROM WS-TEXT AFTER ADVANCING PAGE.
+           WRITE LETTER-LINE FROM WS-ADR-STREET AFTER ADVANCING 1 LINE.
+           MOVE SPACES TO WS-TEXT.
+           STRING WS-ADR-CITY DELIMITED BY '  '
+                  ', ' WS-ADR-STATE ' ' WS-ADR-ZIP (1:5)
+                  DELIMITED BY SIZE INTO WS-TEXT.
+           WRITE LETTER-LINE FROM WS-TEXT AFTER ADVANCING 1 LINE.
+           MOVE SPACES TO WS-TEXT.
+           STRING 'POLICY ' DN-POLICY-NO DELIMITED BY SIZE
+               INTO WS-TEXT.
+           WRITE LETTER-LINE FROM WS-TEXT AFTER ADVANCING 3 LINES.
+           ADD DN-PAST-DUE DN-FEES-DUE GIVING WS-TOTAL.
+           MOVE WS-TOTAL TO WS-EDIT-AMOUNT.
+           MOVE 6 TO DL-FUNCTION.
+       2000-EXIT.
+           EXIT.
+
+       3100-REMINDER.
+           MOVE DN-DUE-DATE TO DL-DATE-1.
+           CALL 'PBDATE1' USING DL-DATE-PARMS.
+           MOVE SPACES TO WS-TEXT.
+           STRING 'YOUR PAYMENT OF ' WS-EDIT-AMOUNT ' WAS DUE ON '
+                  DL-LONG-DATE DELIMITED BY SIZE INTO WS-TEXT.
+           GO TO 4000-FINISH.
+       3200-WARNING.
+           MOVE DN-GRACE-END TO DL-DATE-1.
+           CALL 'PBDATE1' USING DL-DATE-PARMS.
+           MOVE SPACES TO WS-TEXT.
+           STRING 'YOUR COVERAGE ENDS UNLESS ' WS-EDIT-AMOUNT
+                  ' IS PAID BY ' DL-LONG-DATE
+                  DELIMITED BY SIZE INTO WS-TEXT.
+           GO TO 4000-FINISH.
+       3300-LAPSE.
+           MOVE SPACES TO WS-TEXT.
+           STRING 'YOUR POLICY HAS LAPSED WITH ' WS-EDIT-AMOUNT
+                  ' UNPAID. ASK US ABOUT REINSTATEMENT.'
+                  DELIMITED BY SIZE INTO WS-TEXT.
+       4000-FINISH.
+           WRITE LETTER-LINE FROM WS-TEXT AFTER ADVANCING 2 LINES.
+           MOVE DN-AGENT-NO TO AG-AGENT-NO.
+           READ AGENT-MASTER
+               INVALID KEY GO TO 4900-COUNT.
+           IF AG-ACTIVE
+               MOVE AG-PHONE TO WS-PHONE
+               MOVE SPACES TO WS-TEXT
+               STRING 'YOUR AGENT: ' DELIMITED BY SIZE
+                      AG-NAME        DELIMITED BY '  '
+                      ' (' WS-AREA ') ' WS-EXCHANGE '-' WS-LINE
+                      DELIMITED BY SIZE INTO WS-TEXT
+               WRITE LETTER-LINE FROM WS-TEXT AFTER ADVANCING 2 LINES.
+       4900-COUNT.
+           ADD 1 TO WS-LETTERS.
+           GO TO 0100-LOOP.
+
+       COPY PBABEND.
