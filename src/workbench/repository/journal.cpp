@@ -94,7 +94,7 @@ JournalEntry ChangeEntry(JournalAction action, std::string_view key, const std::
   entry.object.reserve(key.size() + 1 + kLongestID);
   entry.object = key;
   std::string& text = entry.changes;
-  text = "{";
+  text += '{';
   for (const auto& change : changes) {
     if (text.size() > 1) text += ',';
     // An attribute's name has letters, digits and "_" only.
@@ -115,7 +115,7 @@ JournalEntry LinkEntry(JournalAction action, std::string from, std::string to, c
   entry.action = action;
   entry.object = std::move(from);
   entry.other = std::move(to);
-  entry.changes = "{\"Relation\":\"" + relation.Name() + "\"}";
+  entry.changes = fmt::format("{{\"Relation\":\"{}\"}}", relation.Name());
   return entry;
 }
 
@@ -188,16 +188,15 @@ void CommandJournal::AfterCommit() {
 }
 
 void CommandJournal::AfterRollback() {
-  AfterPartialRollback();
+  AfterPartialRollback(0);
   if (!inCommand_) command_.reset();
 }
 
-// The command's row may have been written within the part that is undone; another row for the same command does no
-// harm, an entry without its row would.
-void CommandJournal::AfterPartialRollback() {
+void CommandJournal::AfterPartialRollback(std::int64_t before) {
   held_.clear();
   heldBytes_ = 0;
-  if (command_ && !command_->isStored) command_->id = 0;
+  // A row that was not there before has been written within the part that is undone.
+  if (command_ && !command_->isStored && command_->id != before) command_->id = 0;
 }
 
 }  // namespace qmrules::workbench::repository

@@ -78,7 +78,10 @@ class CommandJournal {
   // The session tells what became of the transaction, or of the part of it that began after the last WriteHeld.
   void AfterCommit();
   void AfterRollback();
-  void AfterPartialRollback();
+  // `before`: RowOfCommand() when the part that is undone began.
+  void AfterPartialRollback(std::int64_t before);
+  // The command's row, as far as one has been written; 0 for none.
+  std::int64_t RowOfCommand() const { return command_ ? command_->id : 0; }
 
  private:
   void Write(const JournalEntry& entry, Statement& statement);

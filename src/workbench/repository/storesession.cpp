@@ -135,6 +135,7 @@ WriteScope::WriteScope(StoreSession& session, WriteSize size) : session_(session
   // What came before is not to be undone with this call.
   if (means_ == Means::Savepoint) session_.journal_.WriteHeld();
   session_.journal_.MakeRoom();
+  commandRow_ = session_.journal_.RowOfCommand();
   if (means_ == Means::Savepoint) session_.Use("SAVEPOINT writing")->Step();
   if (means_ == Means::Transaction) {
     session_.Use("BEGIN IMMEDIATE")->Step();
@@ -151,7 +152,7 @@ WriteScope::~WriteScope() {
   session_.PutWalksAside();
   if (means_ == Means::Savepoint) {
     UndoAfterFailure(*session_.connection_, "ROLLBACK TO writing; RELEASE writing");
-    session_.journal_.AfterPartialRollback();
+    session_.journal_.AfterPartialRollback(commandRow_);
   } else {
     UndoAfterFailure(*session_.connection_, "ROLLBACK");
     session_.journal_.AfterRollback();

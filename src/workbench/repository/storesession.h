@@ -124,6 +124,7 @@ class WriteScope {
 
   StoreSession& session_;
   Means means_;
+  std::int64_t commandRow_ = 0;  // the command's row in the journal when the scope began
   bool open_ = true;
 };
 
