@@ -1,8 +1,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/time.h>
+#include <unistd.h>
 
+#include <csignal>
 #include <filesystem>
 #include <string>
 
@@ -14,6 +17,26 @@ namespace qmrules::platform {
 namespace {
 
 using testing::ElementsAre;
+
+// While it lives, a file can take no more than so many bytes.
+class SmallDisk {
+ public:
+  explicit SmallDisk(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
+    ::getrlimit(RLIMIT_FSIZE, &former_);
+    const rlimit limit{bytes, former_.rlim_max};
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+  }
+  SmallDisk(const SmallDisk&) = delete;
+  SmallDisk& operator=(const SmallDisk&) = delete;
+  ~SmallDisk() {
+    ::setrlimit(RLIMIT_FSIZE, &former_);
+    std::signal(SIGXFSZ, handler_);
+  }
+
+ private:
+  void (*handler_)(int);
+  rlimit former_{};
+};
 
 class DiskFileSystemTest : public testing::Test {
  protected:
@@ -50,11 +73,12 @@ TEST_F(DiskFileSystemTest, WritingThroughALinkKeepsTheLink) {
   EXPECT_EQ(folder_.Bytes("target"), "y");
 }
 
-TEST_F(DiskFileSystemTest, FailedReplacementLeavesTheOldAndNoOther) {
-  // A folder under the file's name makes the last step, the renaming, fail.
-  std::filesystem::create_directories(folder_ / "a/inner");
-  EXPECT_EQ(ErrorText([&] { files_.WriteFile(folder_ / "a", "y"); }),
-            "The file \"" + (folder_ / "a") + "\" cannot be written: it is a folder.");
+TEST_F(DiskFileSystemTest, FullDiskLeavesTheOldFileAndNoOther) {
+  folder_.Put("a", "old");
+  const SmallDisk small(1000);
+  EXPECT_EQ(ErrorText([&] { files_.WriteFile(folder_ / "a", std::string(5000, 'x')); }),
+            "The file \"" + (folder_ / "a") + "\" cannot be written: File too large.");
+  EXPECT_EQ(folder_.Bytes("a"), "old");
   EXPECT_EQ(folder_.EntryCount(), 1U);
 }
 

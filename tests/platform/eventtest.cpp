@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <type_traits>
@@ -61,13 +62,16 @@ TEST(Event, MovedSubscriptionGoesOn) {
 }
 
 TEST(Event, SubscriptionMayOutliveItsEvent) {
+  auto held = std::make_shared<int>(1);
+  const std::weak_ptr<int> watched = held;
   Subscription subscription;
   {
     Event<> event;
-    subscription = event.Subscribe([] {});
+    subscription = event.Subscribe([held = std::move(held)] {});
   }
+  EXPECT_FALSE(watched.expired());
   subscription = Subscription();
-  SUCCEED();
+  EXPECT_TRUE(watched.expired());
 }
 
 TEST(Event, ObserverMayEndItself) {

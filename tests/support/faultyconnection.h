@@ -22,8 +22,8 @@ struct Fault {
 // The text with which the statement fails.
 inline constexpr const char* kFaultText = "There is no room left on the disk.";
 
-// A connection on which one writing statement fails before it does anything: a step of an INSERT, UPDATE or DELETE, of a
-// BEGIN, COMMIT, SAVEPOINT or RELEASE, and whatever else goes through Execute. A ROLLBACK never fails.
+// A connection on which one writing statement fails before it does anything: a step of an INSERT, UPDATE or DELETE, of
+// a BEGIN, COMMIT, SAVEPOINT or RELEASE, and whatever else goes through Execute. A ROLLBACK never fails.
 std::unique_ptr<workbench::repository::Connection> MakeFaulty(
     std::unique_ptr<workbench::repository::Connection> connection, std::shared_ptr<Fault> fault);
 

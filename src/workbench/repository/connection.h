@@ -16,6 +16,8 @@ class Statement {
   virtual void BindNull(int parameter) = 0;
   virtual void BindInteger(int parameter, std::int64_t value) = 0;
   virtual void BindText(int parameter, std::string_view value) = 0;
+  // As BindText, for a text that stays where it is until the statement is reset, which spares a copy.
+  virtual void BindTextInPlace(int parameter, std::string_view value) { BindText(parameter, value); }
 
   // Moves to the next row; false past the last one. Throws platform::Error when the store refuses.
   virtual bool Step() = 0;
@@ -44,8 +46,8 @@ class Connection {
   // Rows changed by the last statement that changes rows.
   virtual std::int64_t ChangedRows() const = 0;
   virtual bool InTransaction() const = 0;
-  // Puts in place what the database keeps in its own file, outside any transaction. Called only for a file that is known
-  // to be the store's: another program's stays as it is.
+  // Puts in place what the database keeps in its own file, outside any transaction. Called only for a file that is
+  // known to be the store's: another program's stays as it is.
   virtual void TakeOver() = 0;
   // The database's name in messages: its file.
   virtual const std::string& Name() const = 0;

@@ -163,10 +163,10 @@ void CommandJournal::WriteHeld() {
 void CommandJournal::Write(const JournalEntry& entry, Statement& statement) {
   if (entry.command->id == 0) StoreCommand(*entry.command);
   statement.BindInteger(0, entry.command->id);
-  statement.BindText(1, ActionName(entry.action));
-  statement.BindText(2, entry.object);
-  statement.BindText(3, entry.other);
-  statement.BindText(4, entry.changes);
+  statement.BindTextInPlace(1, ActionName(entry.action));
+  statement.BindTextInPlace(2, entry.object);
+  statement.BindTextInPlace(3, entry.other);
+  statement.BindTextInPlace(4, entry.changes);
   statement.Step();
   statement.Reset();
 }

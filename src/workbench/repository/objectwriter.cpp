@@ -70,7 +70,10 @@ Error NoSuchObject(const ObjectRef& object) {
 }
 
 std::string ObjectRef::Key() const {
-  return platform::MakeKey(entity->Name(), id);
+  std::string key = entity->Name();
+  key += '#';
+  key += std::to_string(id);
+  return key;
 }
 
 ObjectRef ParseRef(const StoreSchema& schema, std::string_view key) {
@@ -102,7 +105,7 @@ std::vector<StoredValue> ReadObject(StoreSession& session, const ObjectRef& obje
   return values;
 }
 
-ObjectRef InsertObject(StoreSession& session, const StoreEntity& entity, const std::string& name) {
+InsertedObject InsertObject(StoreSession& session, const StoreEntity& entity, const std::string& name) {
   const auto attribute = [&](std::string_view attributeName) {
     return entity.Attributes()[entity.PlaceOf(attributeName)].get();
   };
@@ -118,20 +121,21 @@ ObjectRef InsertObject(StoreSession& session, const StoreEntity& entity, const s
 
   WriteScope scope(session, WriteSize::OneStatement);
   RefuseTakenName(session, entity, changes.front().after, 0);
-  ObjectRef object{&entity, 0};
+  InsertedObject inserted{{&entity, 0}, std::vector<StoredValue>(entity.Attributes().size()), 0};
+  for (const auto& change : changes) inserted.values[entity.PlaceOf(change.attribute->Name())] = change.after;
   {
     const auto statement = session.Use(entity.Statements().insert);
-    for (int parameter = 0; parameter < static_cast<int>(changes.size()); ++parameter) {
-      Bind(*statement, parameter, changes[static_cast<std::size_t>(parameter)].after);
-    }
+    int parameter = 0;
+    for (const auto& change : changes) BindInPlace(*statement, parameter++, change.after);
     statement->Step();
-    object.id = static_cast<std::int32_t>(session.Database().LastInsertedID());
+    inserted.object.id = static_cast<std::int32_t>(session.Database().LastInsertedID());
   }
-  entry.SetAddedID(object.id);
+  entry.SetAddedID(inserted.object.id);
   session.Journal().Append(std::move(entry));
   scope.Complete();
-  if (session.Events().objectAdded.HasObservers()) session.Events().objectAdded.Raise(object.Key());
-  return object;
+  inserted.writes = session.Writes();
+  if (session.Events().objectAdded.HasObservers()) session.Events().objectAdded.Raise(inserted.object.Key());
+  return inserted;
 }
 
 namespace {
@@ -146,11 +150,11 @@ void AddModification(StoreSession& session, const StoreEntity& entity, std::vect
   }
 }
 
-std::string UpdateSql(const StoreEntity& entity, const std::vector<AttributePut>& puts) {
+std::string UpdateSql(const StoreEntity& entity, const std::vector<AttributeChange>& changes) {
   std::string sql = "UPDATE " + entity.Table() + " SET ";
-  for (const auto& put : puts) {
-    if (&put != &puts.front()) sql += ", ";
-    sql += entity.Attributes()[put.first]->Column();
+  for (const auto& change : changes) {
+    if (&change != &changes.front()) sql += ", ";
+    sql += change.attribute->Column();
     sql += " = ?";
   }
   sql += " WHERE \"ObjectID\" = ?";
@@ -159,7 +163,8 @@ std::string UpdateSql(const StoreEntity& entity, const std::vector<AttributePut>
 
 }  // namespace
 
-void UpdateObject(StoreSession& session, const ObjectRef& object, std::vector<AttributePut> puts) {
+void UpdateObject(StoreSession& session, const ObjectRef& object, std::vector<AttributePut> puts,
+                  const std::vector<StoredValue>* known) {
   if (puts.empty()) {
     if (!ObjectExists(session, object)) throw NoSuchObject(object);
     return;
@@ -167,22 +172,24 @@ void UpdateObject(StoreSession& session, const ObjectRef& object, std::vector<At
   const auto& entity = *object.entity;
   AddModification(session, entity, puts);
   WriteScope scope(session, WriteSize::OneStatement);
-  const auto before = ReadObject(session, object);
+  const auto read = known == nullptr ? ReadObject(session, object) : std::vector<StoredValue>();
+  const auto& before = known == nullptr ? read : *known;
   std::vector<AttributeChange> changes;
   changes.reserve(puts.size());
-  for (const auto& [place, value] : puts) {
+  for (auto& [place, value] : puts) {
+    if (value == before[place]) continue;
     const auto& attribute = *entity.Attributes()[place];
-    if (attribute.Name() == "Name" && value != before[place]) {
+    if (attribute.Name() == "Name") {
       RefuseEmptyName(entity, value);
       RefuseTakenName(session, entity, value, object.id);
     }
-    if (value != before[place]) changes.push_back({&attribute, before[place], value});
+    changes.push_back({&attribute, before[place], std::move(value)});
   }
   auto entry = ChangeEntry(JournalAction::Edit, object.Key(), changes);
-  {
-    const auto statement = session.Use(UpdateSql(entity, puts));
+  if (!changes.empty()) {
+    const auto statement = session.Use(UpdateSql(entity, changes));
     int parameter = 0;
-    for (const auto& put : puts) Bind(*statement, parameter++, put.second);
+    for (const auto& change : changes) BindInPlace(*statement, parameter++, change.after);
     statement->BindInteger(parameter, object.id);
     statement->Step();
   }
@@ -195,13 +202,15 @@ void LinkObjects(StoreSession& session, const ObjectRef& near, std::string_view 
   const auto ends = Order(directed, near, far);
   auto entry = LinkEntry(JournalAction::Link, ends.from.Key(), ends.to.Key(), *directed.relation);
   WriteScope scope(session, WriteSize::OneStatement);
-  for (const auto* end : {&near, &far}) {
-    if (!ObjectExists(session, *end)) throw Error(fmt::format("There is no object {} to link.", end->Key()));
+  if (!ChangeLink(session, directed.relation->InsertStatement(), ends)) {
+    for (const auto* end : {&near, &far}) {
+      if (!ObjectExists(session, *end)) throw Error(fmt::format("There is no object {} to link.", end->Key()));
+    }
+    scope.Complete();
+    return;
   }
-  const bool isNew = ChangeLink(session, directed.relation->InsertStatement(), ends);
-  if (isNew) session.Journal().Append(std::move(entry));
+  session.Journal().Append(std::move(entry));
   scope.Complete();
-  if (!isNew) return;
   if (session.Events().linked.HasObservers()) {
     session.Events().linked.Raise(ends.from.Key(), ends.to.Key(), *directed.relation);
   }

@@ -33,13 +33,22 @@ bool ObjectExists(StoreSession& session, const ObjectRef& object);
 // To be thrown for an object that is gone.
 platform::Error NoSuchObject(const ObjectRef& object);
 
+// A new object, with what was stored of it and the session's count of writes right after the insert.
+struct InsertedObject {
+  ObjectRef object;
+  std::vector<StoredValue> values;
+  std::uint64_t writes = 0;
+};
+
 // A new value for the attribute at a place among the entity's attributes.
 using AttributePut = std::pair<std::size_t, StoredValue>;
 
 // Each of these writes, journals and tells as one call: it takes effect whole, or throws and leaves the store as it
 // was.
-ObjectRef InsertObject(StoreSession& session, const StoreEntity& entity, const std::string& name);
-void UpdateObject(StoreSession& session, const ObjectRef& object, std::vector<AttributePut> puts);
+InsertedObject InsertObject(StoreSession& session, const StoreEntity& entity, const std::string& name);
+// `known`: the object's stored values, where the caller is sure of them; else nullptr.
+void UpdateObject(StoreSession& session, const ObjectRef& object, std::vector<AttributePut> puts,
+                  const std::vector<StoredValue>* known);
 void LinkObjects(StoreSession& session, const ObjectRef& near, std::string_view relation, const ObjectRef& far);
 void UnLinkObjects(StoreSession& session, const ObjectRef& near, std::string_view relation, const ObjectRef& far);
 // Takes along what the object owns.

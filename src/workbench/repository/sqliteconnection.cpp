@@ -16,6 +16,7 @@ namespace {
 using platform::Error;
 
 constexpr std::size_t quotedStatementLength = 400;
+constexpr int kBusyStep = 5;  // milliseconds
 
 struct CloseConnection {
   void operator()(sqlite3* handle) const { sqlite3_close_v2(handle); }
@@ -67,6 +68,10 @@ class SqliteStatement final : public Statement {
   void BindText(int parameter, std::string_view value) override {
     Check(sqlite3_bind_text64(handle_.get(), parameter + 1, value.empty() ? "" : value.data(), value.size(),
                               SQLITE_TRANSIENT, SQLITE_UTF8));
+  }
+  void BindTextInPlace(int parameter, std::string_view value) override {
+    Check(sqlite3_bind_text64(handle_.get(), parameter + 1, value.empty() ? "" : value.data(), value.size(),
+                              SQLITE_STATIC, SQLITE_UTF8));
   }
 
   bool Step() override {
@@ -133,9 +138,12 @@ int CompareCase(void*, int lengthA, const void* a, int lengthB, const void* b) {
 
 class SqliteConnection final : public Connection {
  public:
-  SqliteConnection(const std::string& path, Durability durability, int busyMilliseconds) : name_(path) {
+  SqliteConnection(const std::string& path, Durability durability, int busyMilliseconds)
+      : name_(path), busyMilliseconds_(busyMilliseconds) {
     sqlite3* handle = nullptr;
-    const int code = sqlite3_open_v2(path.c_str(), &handle, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
+    // Without the library's own locks: a connection belongs to one thread.
+    constexpr int openFlags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
+    const int code = sqlite3_open_v2(path.c_str(), &handle, openFlags, nullptr);
     handle_.reset(handle);
     if (code != SQLITE_OK) Fail(handle, name_, "open");
     sqlite3_extended_result_codes(handle, 1);
@@ -158,19 +166,28 @@ class SqliteConnection final : public Connection {
   std::int64_t LastInsertedID() const override { return sqlite3_last_insert_rowid(handle_.get()); }
   std::int64_t ChangedRows() const override { return sqlite3_changes64(handle_.get()); }
   bool InTransaction() const override { return sqlite3_get_autocommit(handle_.get()) == 0; }
-  // With the write-ahead log readers and one writer do not wait for each other. The file keeps this mode.
-  void TakeOver() override { Execute("PRAGMA journal_mode = WAL"); }
+  // With the write-ahead log readers and one writer do not wait for each other. The file keeps this mode. While the
+  // mode is changed SQLite does not wait for a process that does the same, so the waiting is done here.
+  void TakeOver() override {
+    const std::string sql = "PRAGMA journal_mode = WAL";
+    for (int waited = 0;; waited += kBusyStep) {
+      const int code = sqlite3_exec(handle_.get(), sql.c_str(), nullptr, nullptr, nullptr);
+      if (code == SQLITE_OK) return;
+      if ((code & 0xff) != SQLITE_BUSY || waited >= busyMilliseconds_) Fail(handle_.get(), name_, sql);
+      sqlite3_sleep(kBusyStep);
+    }
+  }
   const std::string& Name() const override { return name_; }
 
  private:
   std::string name_;
+  int busyMilliseconds_;
   std::unique_ptr<sqlite3, CloseConnection> handle_;
 };
 
 }  // namespace
 
-std::unique_ptr<Connection> OpenSqliteConnection(const std::string& path, Durability durability,
-                                                 int busyMilliseconds) {
+std::unique_ptr<Connection> OpenSqliteConnection(const std::string& path, Durability durability, int busyMilliseconds) {
   return std::make_unique<SqliteConnection>(path, durability, busyMilliseconds);
 }
 

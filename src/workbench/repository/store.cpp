@@ -62,8 +62,8 @@ class Store final : public platform::Repository {
   }
 
   std::unique_ptr<platform::Object> NewObject(std::string_view entity, std::string_view name) override {
-    const auto created = InsertObject(session_, session_.Schema().Entity(entity), std::string(name));
-    return std::make_unique<StoreObject>(session_, created);
+    return std::make_unique<StoreObject>(session_,
+                                         InsertObject(session_, session_.Schema().Entity(entity), std::string(name)));
   }
 
   std::unique_ptr<platform::Object> FindObject(std::string_view entity, std::string_view name) override {

@@ -13,7 +13,9 @@ using platform::Value;
 
 namespace {
 
-bool IsText(AttrType type) { return type == AttrType::Char || type == AttrType::LongText; }
+bool IsText(AttrType type) {
+  return type == AttrType::Char || type == AttrType::LongText;
+}
 
 bool IsEmptyText(const Value& value) {
   const auto* text = std::get_if<std::string>(&value.Get());
@@ -79,6 +81,14 @@ StoredValue ReadStored(const Statement& statement, int column) {
   if (statement.IsNull(column)) return {};
   if (statement.IsInteger(column)) return statement.Integer(column);
   return std::string(statement.Text(column));
+}
+
+void BindInPlace(Statement& statement, int parameter, const StoredValue& value) {
+  if (const auto* text = std::get_if<std::string>(&value)) {
+    statement.BindTextInPlace(parameter, *text);
+  } else {
+    Bind(statement, parameter, value);
+  }
 }
 
 void Bind(Statement& statement, int parameter, const StoredValue& value) {

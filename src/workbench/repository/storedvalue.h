@@ -19,7 +19,8 @@ using StoredValue = std::variant<std::monostate, std::int64_t, std::string>;
 bool IsUtf8(std::string_view text);
 
 // The value in the attribute's form. An absent value is unset, and so is an empty text where the type is no text.
-// Throws platform::Error, naming the attribute, for a value that its type does not take and for a text that is not UTF-8.
+// Throws platform::Error, naming the attribute, for a value that its type does not take and for a text that is not
+// UTF-8.
 StoredValue ToStored(const StoreAttribute& attribute, const platform::Value& value);
 
 // What a stored value means as one of the attribute's type. A stored text that the type cannot hold (left from another
@@ -30,5 +31,7 @@ platform::Value FromStored(platform::AttrType type, const StoredValue& stored);
 StoredValue ReadStored(const Statement& statement, int column);
 
 void Bind(Statement& statement, int parameter, const StoredValue& value);
+// For a value that stays where it is until the statement is reset.
+void BindInPlace(Statement& statement, int parameter, const StoredValue& value);
 
 }  // namespace qmrules::workbench::repository

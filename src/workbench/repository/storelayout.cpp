@@ -90,7 +90,7 @@ class LayoutBuilder {
     connection_.Execute(fmt::format("CREATE TABLE \"{}\" (CommandID INTEGER PRIMARY KEY AUTOINCREMENT, At TEXT NOT NULL, "
                                     "UserName TEXT NOT NULL, Command TEXT NOT NULL)",
                                     journalCommandTable));
-    connection_.Execute(fmt::format("CREATE TABLE \"{}\" (EntryID INTEGER PRIMARY KEY AUTOINCREMENT, CommandID INTEGER NOT "
+    connection_.Execute(fmt::format("CREATE TABLE \"{}\" (EntryID INTEGER PRIMARY KEY, CommandID INTEGER NOT "
                                     "NULL, Action TEXT NOT NULL, Object TEXT NOT NULL, Other TEXT NOT NULL, "
                                     "Changes TEXT NOT NULL)",
                                     journalTable));

@@ -15,6 +15,14 @@ using platform::Value;
 
 StoreObject::StoreObject(StoreSession& session, const ObjectRef& object) : session_(session), object_(object) {}
 
+StoreObject::StoreObject(StoreSession& session, InsertedObject inserted)
+    : session_(session), object_(inserted.object), read_(std::move(inserted.values)), readAt_(inserted.writes) {}
+
+const std::vector<StoredValue>* StoreObject::Known() const {
+  const bool isSure = read_ && readAt_ == session_.Writes() && session_.Database().InTransaction();
+  return isSure ? &*read_ : nullptr;
+}
+
 Value StoreObject::Attrs(std::string_view name) const {
   const std::size_t place = object_.entity->PlaceOf(name);
   const auto type = object_.entity->Attributes()[place]->Type();
@@ -50,7 +58,7 @@ void StoreObject::Edit() {
 
 void StoreObject::Post() {
   if (!editing_) throw Error(fmt::format("{} is not open for change: Edit comes before Post.", Key()));
-  UpdateObject(session_, object_, puts_);
+  UpdateObject(session_, object_, puts_, Known());
   puts_.clear();
   editing_ = false;
   read_.reset();

@@ -13,6 +13,7 @@ class StoreObject final : public platform::Object {
  public:
   // The object stands.
   StoreObject(StoreSession& session, const ObjectRef& object);
+  StoreObject(StoreSession& session, InsertedObject inserted);
 
   std::string Key() const override { return object_.Key(); }
   const platform::EntityDef& EntityDef() const override { return *object_.entity; }
@@ -26,6 +27,10 @@ class StoreObject final : public platform::Object {
   bool BelongsToProject(std::string_view projectKey) const override;
 
  private:
+  // The stored values while they cannot have changed: read within the transaction that is open, and nothing was written
+  // since. Else nullptr.
+  const std::vector<StoredValue>* Known() const;
+
   StoreSession& session_;
   ObjectRef object_;
   mutable std::optional<std::vector<StoredValue>> read_;

@@ -46,6 +46,15 @@ StoreSession::StoreSession(std::unique_ptr<Connection> connection, std::unique_p
       userName_(std::move(userName)),
       journal_(*this) {}
 
+const std::string& StoreSession::Now() {
+  const auto moment = clock_.Now();
+  if (now_.empty() || moment != moment_) {
+    now_ = platform::FormatTimestamp(moment);
+    moment_ = moment;
+  }
+  return now_;
+}
+
 StatementLoan StoreSession::Use(const std::string& sql) {
   const auto kept = statements_.find(sql);
   if (kept != statements_.end()) {

@@ -64,7 +64,8 @@ class StoreSession {
   const StoreSchema& Schema() const { return *schema_; }
   StoreEvents& Events() { return events_; }
   const std::string& UserName() const { return userName_; }
-  std::string Now() const { return platform::FormatTimestamp(clock_.Now()); }
+  // The present moment as the store keeps moments.
+  const std::string& Now();
 
   // A statement of this text, used before or prepared now.
   StatementLoan Use(const std::string& sql);
@@ -94,6 +95,8 @@ class StoreSession {
   std::unique_ptr<StoreSchema> schema_;
   const platform::Clock& clock_;
   std::string userName_;
+  platform::Timestamp moment_;  // that `now_` tells
+  std::string now_;
   // Before the journal, which uses statements of its own.
   std::unordered_map<std::string, std::shared_ptr<IdleStatements>> statements_;
   std::vector<RowWalk*> walks_;

@@ -20,8 +20,9 @@ std::string Attr(const std::string& name, const std::string& op, const std::stri
 
 std::string Related(const std::string& relation, const std::string& entity, const std::string& condition,
                     const std::string& attributes = "") {
-  return "<related" + attributes + "><reltype><rel name=\"" + relation + "\"/></reltype><object><objecttype><type name=\"" +
-         entity + "\"/></objecttype><cond>" + condition + "</cond></object></related>";
+  return "<related" + attributes + "><reltype><rel name=\"" + relation +
+         "\"/></reltype><object><objecttype><type name=\"" + entity + "\"/></objecttype><cond>" + condition +
+         "</cond></object></related>";
 }
 
 class ConditionOnRules : public ::testing::Test {
@@ -37,7 +38,9 @@ class ConditionOnRules : public ::testing::Test {
     store.Put("RULE#1", "Validated", "2026-01-01 10:00:00");
   }
   void AddElement(std::int32_t rule, const std::string& ioName) {
-    store.Repository().object(MakeKey("RULE", rule))->Link("Has", MakeKey("RULEIO", store.Add("RULEIO", "n", {{"IOName", ioName}})));
+    store.Repository()
+        .object(MakeKey("RULE", rule))
+        ->Link("Has", MakeKey("RULEIO", store.Add("RULEIO", "n", {{"IOName", ioName}})));
   }
   platform::Filter Document(const std::string& condition, const std::string& delivered = "") {
     document.loadXML("<object><objecttype><type name=\"RULE\"/></objecttype>" + delivered + "<cond>" + condition +
@@ -53,7 +56,9 @@ class ConditionOnRules : public ::testing::Test {
   platform::XmlDocument document;
 };
 
-TEST_F(ConditionOnRules, AnEmptyConditionPassesAll) { EXPECT_EQ(Passing(""), "1;2;3"); }
+TEST_F(ConditionOnRules, AnEmptyConditionPassesAll) {
+  EXPECT_EQ(Passing(""), "1;2;3");
+}
 
 TEST_F(ConditionOnRules, EveryOperatorHasItsMeaning) {
   EXPECT_EQ(Passing(Attr("RuleName", "=", "Rate")), "1");
@@ -73,9 +78,14 @@ TEST_F(ConditionOnRules, EveryOperatorHasItsMeaning) {
 
 // The forms in which the search dialog writes "<=", ">=", "<>", "not like" and "not in".
 TEST_F(ConditionOnRules, ANegatedOperatorIsTheComplement) {
-  for (const auto& [name, op, arg] : {std::tuple{"RuleName", "=", "Rate"}, {"SeqNo", "&lt;", "10"},
-                                      {"SeqNo", "&gt;", "5"}, {"RuleName", "like", "rate*"}, {"SeqNo", "in", "5,10"},
-                                      {"RuleName", "=", ""}, {"RuleName", "in", "a,"}, {"SeqNo", "&lt;=", "5"},
+  for (const auto& [name, op, arg] : {std::tuple{"RuleName", "=", "Rate"},
+                                      {"SeqNo", "&lt;", "10"},
+                                      {"SeqNo", "&gt;", "5"},
+                                      {"RuleName", "like", "rate*"},
+                                      {"SeqNo", "in", "5,10"},
+                                      {"RuleName", "=", ""},
+                                      {"RuleName", "in", "a,"},
+                                      {"SeqNo", "&lt;=", "5"},
                                       {"Validated", "&gt;", "2020-01-01"}}) {
     const auto plain = Attr(name, op, arg);
     const auto negated = Attr(name, op, arg, true);
@@ -136,7 +146,8 @@ TEST_F(ConditionOnRules, RelatedObjectsNest) {
   const auto triggered = Related("Triggers", "RULESET", Attr("Name", "=", "Triggered"));
   EXPECT_EQ(Passing(triggered), "1");
   EXPECT_EQ(Passing(Related("Has", "RULESET", Related("Has", "RULE", triggered))), "1;2;3");
-  EXPECT_EQ(Passing("<and>" + triggered + Related("BelongsToRuleSet", "RULESET", Attr("Name", "=", "S")) + "</and>"), "1");
+  EXPECT_EQ(Passing("<and>" + triggered + Related("BelongsToRuleSet", "RULESET", Attr("Name", "=", "S")) + "</and>"),
+            "1");
 }
 
 TEST_F(ConditionOnRules, RelatedObjectsNestUpToABound) {
@@ -152,8 +163,9 @@ TEST_F(ConditionOnRules, TheDocumentDeliversWhatItNamesInItsOrder) {
   const auto fetch = store.Repository().NewFetch();
   const auto rule = fetch->AddObject(
       false, "RULE", "",
-      Document("", "<fetchid as=\"RuleID\"/><fetchattr name=\"SeqNo\" as=\"RuleSeqNo\" order=\"desc\"/><fetchattr "
-                   "name=\"RuleName\"/>"));
+      Document("",
+               "<fetchid as=\"RuleID\"/><fetchattr name=\"SeqNo\" as=\"RuleSeqNo\" order=\"desc\"/><fetchattr "
+               "name=\"RuleName\"/>"));
   fetch->SetRoot(fetch->AddObject(false, "RULESET", "ID:SetID", {}, fetch->AddRelation("Has", false, "", rule)));
   EXPECT_EQ(Rows(*fetch, "", {"SetID", "RuleID", "RuleSeqNo", "RuleName"}), "1|2|10|rate two;1|1|5|Rate;1|3||");
   fetch->Execute("");
@@ -163,7 +175,8 @@ TEST_F(ConditionOnRules, TheDocumentDeliversWhatItNamesInItsOrder) {
 
 TEST_F(ConditionOnRules, TheDocumentsItemsComeBehindThoseOfTheList) {
   const auto filter = Document("", "<fetchid/><fetchattr name=\"RuleName\" order=\"asc\"/>");
-  EXPECT_EQ(Select(store.Repository(), "RULE", "<SeqNo", filter, {"ID", "SeqNo", "RuleName"}), "2|10|rate two;1|5|Rate;3||");
+  EXPECT_EQ(Select(store.Repository(), "RULE", "<SeqNo", filter, {"ID", "SeqNo", "RuleName"}),
+            "2|10|rate two;1|5|Rate;3||");
   EXPECT_EQ(Select(store.Repository(), "rule", "", filter, {"ID"}), "3;1;2");
 }
 
@@ -173,14 +186,18 @@ TEST_F(ConditionOnRules, TheSearchRunsOverTheStandardPath) {
   store.AddCall(store.AddFunction("A"), set, 4);
   AddElement(2, "ACC");
   const auto fetch = store.Repository().NewFetch();
-  const auto rule = fetch->AddObject(
-      false, "RULE", "",
-      Document("<and>" + Attr("RuleName", "like", "rate*") + Related("Has", "RULEIO", Attr("IOName", "=", "ACC")) + "</and>",
-               "<fetchid as=\"RuleID\"/><fetchattr name=\"SeqNo\" as=\"RuleSeqNo\" order=\"asc\"/>"));
+  const auto rule =
+      fetch->AddObject(false, "RULE", "",
+                       Document("<and>" + Attr("RuleName", "like", "rate*") +
+                                    Related("Has", "RULEIO", Attr("IOName", "=", "ACC")) + "</and>",
+                                "<fetchid as=\"RuleID\"/><fetchattr name=\"SeqNo\" as=\"RuleSeqNo\" order=\"asc\"/>"));
   const auto ruleSet = fetch->AddObject(true, "RULESET", "ID:SetID", {}, fetch->AddRelation("Has", false, "", rule));
-  const auto call = fetch->AddObject(false, "RULESETCALL", ">SeqNo:CallSeqNo", {}, fetch->AddRelation("Refers", false, "", ruleSet));
-  fetch->SetRoot(fetch->AddObject(true, "BUSINESSFUNC", "ID:FuncID,>Name", {}, fetch->AddRelation("Triggers", false, "", call)));
-  EXPECT_EQ(Rows(*fetch, store.ProjectKey(), {"Name", "FuncID", "CallSeqNo", "SetID", "RuleID"}), "A|2|4|1|2;F|1|1|1|2");
+  const auto call =
+      fetch->AddObject(false, "RULESETCALL", ">SeqNo:CallSeqNo", {}, fetch->AddRelation("Refers", false, "", ruleSet));
+  fetch->SetRoot(
+      fetch->AddObject(true, "BUSINESSFUNC", "ID:FuncID,>Name", {}, fetch->AddRelation("Triggers", false, "", call)));
+  EXPECT_EQ(Rows(*fetch, store.ProjectKey(), {"Name", "FuncID", "CallSeqNo", "SetID", "RuleID"}),
+            "A|2|4|1|2;F|1|1|1|2");
   fetch->Execute(store.OtherProjectKey());
   EXPECT_TRUE(fetch->Eof());
 }
@@ -198,19 +215,19 @@ TEST_F(ConditionOnRules, AnEntityThatIsNotTheNodesIsRefused) {
 TEST_F(ConditionOnRules, UnknownNamesAndBadValuesAreToldWhole) {
   EXPECT_EQ(Failure(Attr("Colour", "=", "red")), "search condition on \"Colour\": RULE has no attribute \"Colour\"");
   EXPECT_EQ(Failure(Attr("SeqNo", "&gt;", "five")), "search condition on \"SeqNo\": \"five\" is not a whole number.");
-  EXPECT_EQ(Failure(Attr("RuleName", "like", "[a")),
-            "search condition on \"RuleName\": The pattern \"[a\" opens a list with \"[\" at column 1 and does not close it. "
-            "Add \"]\", or write \"[[]\" for the character itself.");
+  EXPECT_EQ(
+      Failure(Attr("RuleName", "like", "[a")),
+      "search condition on \"RuleName\": The pattern \"[a\" opens a list with \"[\" at column 1 and does not close it. "
+      "Add \"]\", or write \"[[]\" for the character itself.");
   EXPECT_EQ(Failure(Related("Owns", "RULEIO", "")), "search condition: RULE and RULEIO have no relation \"Owns\"");
   EXPECT_EQ(Failure(Related("Has", "TABLE", "")), "The repository has no entity \"TABLE\".");
   EXPECT_EQ(Failure(Related("Has", "RULEIO", Attr("Colour", "=", "red"))),
             "search condition on \"Colour\": The entity RULEIO has no attribute \"Colour\".");
-  EXPECT_EQ(Failure("<attr name=\"SeqNo\" op=\"~\" arg=\"1\"/>"),
-            "search condition object/cond/attr: the attribute \"op\" has the value \"~\"; =, <, >, <>, <=, >=, like, not "
-            "like, in or not in is expected");
-  EXPECT_EQ(ErrorText([&] {
-              IDs(store.Repository(), "RULE", Document("", "<fetchattr name=\"Colour\"/>"));
-            }),
+  EXPECT_EQ(
+      Failure("<attr name=\"SeqNo\" op=\"~\" arg=\"1\"/>"),
+      "search condition object/cond/attr: the attribute \"op\" has the value \"~\"; =, <, >, <>, <=, >=, like, not "
+      "like, in or not in is expected");
+  EXPECT_EQ(ErrorText([&] { IDs(store.Repository(), "RULE", Document("", "<fetchattr name=\"Colour\"/>")); }),
             "search condition on \"Colour\": RULE has no attribute \"Colour\"");
 }
 

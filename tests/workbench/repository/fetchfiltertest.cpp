@@ -120,12 +120,13 @@ TEST_F(FilterOnRules, ProgramsThatHaveEitherKindOfDataAreFound) {
 }
 
 TEST_F(FilterOnRules, AFreeTextIsDataWhateverItHolds) {
-  const std::vector<std::string> texts = {"&",      "|",       "~",        "(",    ")",          ",",     "\\",
-                                          "\\\\",   "a&b|c",   "((",       "))",   ")(",         "~a",    "a,b",
-                                          "O'Hara", "\"x\"",   "''",       "%",    "_",          "*",     "?",
-                                          "[a]",    "=",       ">x",       "<x",   "=x",         " lead", "trail ",
-                                          "\t",     "\r\n",    "-- x",     "; x",  "x\\",        "Ä(Ö)",  "\xF0\x9F\x8E\xB2&",
-                                          "in 1,2", "like *x", "a=b&ID=1", "?1 :x", "x'; update"};
+  const std::vector<std::string> texts = {
+      "&",      "|",       "~",        "(",     ")",         ",",     "\\",
+      "\\\\",   "a&b|c",   "((",       "))",    ")(",        "~a",    "a,b",
+      "O'Hara", "\"x\"",   "''",       "%",     "_",         "*",     "?",
+      "[a]",    "=",       ">x",       "<x",    "=x",        " lead", "trail ",
+      "\t",     "\r\n",    "-- x",     "; x",   "x\\",       "Ä(Ö)",  "\xF0\x9F\x8E\xB2&",
+      "in 1,2", "like *x", "a=b&ID=1", "?1 :x", "x'; update"};
   for (const auto& text : texts) Add({{"Program", text}});
   for (std::size_t i = 0; i < texts.size(); ++i) {
     const auto id = std::to_string(i + 1);
@@ -252,7 +253,9 @@ class RandomFilter {
     static const char* const operators[] = {"=", "<>", "<", "<=", ">", ">=", " like ", " in "};
     const std::string op = operators[Pick(8)];
     const auto value = [&](const auto& next) {
-      return op == " in " ? "(" + std::string(next()) + "," + next() + ")" : op == " like " ? Text() : std::string(next());
+      return op == " in "     ? "(" + std::string(next()) + "," + next() + ")"
+             : op == " like " ? Text()
+                              : std::string(next());
     };
     switch (Pick(4)) {
       case 0:

@@ -52,7 +52,9 @@ class Catalogue : public ::testing::Test {
   std::int32_t alpha, beta, gamma, rates, fees, empty, foreign, r1, r2, f1, x1;
 };
 
-std::string IDIs(std::int32_t id) { return "ID=" + std::to_string(id); }
+std::string IDIs(std::int32_t id) {
+  return "ID=" + std::to_string(id);
+}
 
 // One step: the node `near`, from which `relation` leads to the node `far`.
 ObjectNode Step(Fetch& fetch, ObjectNode far, std::string_view relation, std::optional<std::string_view> near,
@@ -113,11 +115,13 @@ TEST_F(Catalogue, ARelationIsFoundByItsInverseNameAndFromTheWrongSide) {
 
 TEST_F(Catalogue, ANodeWithoutAnEntityTakesTheOneThatTheRelationLeadsTo) {
   auto fetch = NewFetch();
-  fetch->SetRoot(Step(*fetch, fetch->AddObject(false, std::nullopt, "Type,ID,Name"), "Refers", "RULESETCALL", "", "ID=1"));
+  fetch->SetRoot(
+      Step(*fetch, fetch->AddObject(false, std::nullopt, "Type,ID,Name"), "Refers", "RULESETCALL", "", "ID=1"));
   EXPECT_EQ(Rows(*fetch, "", {"Type", "ID", "Name"}), "RULESET|2|Fees");
   fetch = NewFetch();
   fetch->SetRoot(Step(*fetch, fetch->AddObject(false, std::nullopt, "ID"), "Has", "RULE"));
-  EXPECT_EQ(ErrorText([&] { fetch->Execute(""); }), "relation \"Has\" column 1: RULE has more than one relation \"Has\"");
+  EXPECT_EQ(ErrorText([&] { fetch->Execute(""); }),
+            "relation \"Has\" column 1: RULE has more than one relation \"Has\"");
 }
 
 TEST_F(Catalogue, OfOneNameTheNodeNearerToTheFarEndIsRead) {
@@ -190,10 +194,9 @@ TEST_F(Catalogue, EveryEntityIsScopedThroughWhatHoldsIt) {
   Object("RULE", x1)->Link("Has", MakeKey("RULEIO", store.Add("RULEIO", "a")));
   Object("RULE", r1)->Link("Has", MakeKey("RULEIO", store.Add("RULEIO", "b")));
   Object("COBOL", store.Add("COBOL", "P"))->Link("BelongsTo", store.ProjectKey());
-  const std::map<std::string, std::pair<int, int>> expected = {{"BUSINESSFUNC", {3, 0}}, {"RULESET", {3, 2}},
-                                                              {"RULESETCALL", {4, 0}},  {"RULE", {3, 2}},
-                                                              {"RULEIO", {1, 1}},       {"COBOL", {1, 0}},
-                                                              {"PROJECT", {0, 0}},      {"PROGRAMCODE", {0, 0}}};
+  const std::map<std::string, std::pair<int, int>> expected = {
+      {"BUSINESSFUNC", {3, 0}}, {"RULESET", {3, 2}}, {"RULESETCALL", {4, 0}}, {"RULE", {3, 2}},
+      {"RULEIO", {1, 1}},       {"COBOL", {1, 0}},   {"PROJECT", {0, 0}},     {"PROGRAMCODE", {0, 0}}};
   for (const auto& [entity, counts] : expected) {
     EXPECT_EQ(count(entity.c_str(), store.ProjectKey()), counts.first) << entity;
     EXPECT_EQ(count(entity.c_str(), store.OtherProjectKey()), counts.second) << entity;
@@ -268,9 +271,10 @@ TEST_F(Catalogue, ANegatedLinkWithinANegatedLinkDemandsAll) {
 TEST_F(Catalogue, NothingIsDeliveredFromBehindANegatedLink) {
   const auto fetch = NewFetch();
   fetch->SetRoot(Step(*fetch, fetch->AddObject(false, "RULE", "ID"), "~Has", "RULESET", "Name"));
-  EXPECT_EQ(ErrorText([&] { fetch->Execute(""); }),
-            "relation \"~Has\" column 1: a node behind a link that must not exist delivers nothing; its fetch list must be "
-            "empty");
+  EXPECT_EQ(
+      ErrorText([&] { fetch->Execute(""); }),
+      "relation \"~Has\" column 1: a node behind a link that must not exist delivers nothing; its fetch list must be "
+      "empty");
 }
 
 class Owners : public Catalogue {
@@ -281,7 +285,8 @@ class Owners : public Catalogue {
     rule->Link("Has", MakeKey("RULEIO", store.Add("RULEIO", "io1")));
     rule->Link("IsControlledBy", MakeKey("RULECOND", store.Add("RULECOND", "cond")));
     rule->Link("Has", MakeKey("RULEIO", store.Add("RULEIO", "io2")));
-    const auto program = Object("PROGRAM", store.Add("PROGRAM", "GSS", {{"BREInfo", "GSS.trace"}, {"Source", "GSS.cbl"}}));
+    const auto program =
+        Object("PROGRAM", store.Add("PROGRAM", "GSS", {{"BREInfo", "GSS.trace"}, {"Source", "GSS.cbl"}}));
     store.Add("COBOL", "other");
     program->Link("Produces", MakeKey("COBOL", store.Add("COBOL", "GSS1")));
   }
@@ -295,8 +300,8 @@ TEST_F(Owners, AWalkToAnyEntityDeliversTypeAndID) {
 
 TEST_F(Owners, AWalkToAnyEntityDeliversAttributesThatAllEndsHave) {
   auto fetch = NewFetch();
-  fetch->SetRoot(Step(*fetch, fetch->AddObject(false, std::nullopt, ">Name,ID,SID", "Name like *o*"), "*produce", "RULE", "",
-                      IDIs(r1)));
+  fetch->SetRoot(Step(*fetch, fetch->AddObject(false, std::nullopt, ">Name,ID,SID", "Name like *o*"), "*produce",
+                      "RULE", "", IDIs(r1)));
   EXPECT_EQ(Rows(*fetch, "", {"Name"}), "cond;io1;io2");
   fetch = NewFetch();
   fetch->SetRoot(Step(*fetch, fetch->AddObject(false, std::nullopt, "IOName"), "*PRODUCE", "RULE"));
@@ -349,7 +354,8 @@ TEST_F(Owners, AWalkThatLeadsNowhereIsRefused) {
 TEST_F(Catalogue, RelationsThatDoNotFitAreRefused) {
   auto fetch = NewFetch();
   fetch->SetRoot(Step(*fetch, fetch->AddObject(false, "RULE", "ID"), "Refers", "RULESET"));
-  EXPECT_EQ(ErrorText([&] { fetch->Execute(""); }), "relation \"Refers\" column 1: RULESET and RULE have no relation \"Refers\"");
+  EXPECT_EQ(ErrorText([&] { fetch->Execute(""); }),
+            "relation \"Refers\" column 1: RULESET and RULE have no relation \"Refers\"");
   fetch = NewFetch();
   const auto rule = fetch->AddObject(false, "RULE", "ID");
   EXPECT_EQ(ErrorText([&] { fetch->AddRelation("Has Rule", false, "", rule); }),

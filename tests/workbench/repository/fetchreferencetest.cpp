@@ -103,7 +103,8 @@ struct Catalogue {
   // A rule is in the project when one of its rule sets is, a call when one of its functions is.
   bool IsInProject(const std::string& entity, std::int32_t id) const {
     if (entity == "BUSINESSFUNC" || entity == "RULESET") return inProject.contains(MakeKey(entity, id));
-    const std::map<std::string, std::size_t> holders = {{"RULESETCALL", 0}, {"RULE", 2}, {"RULEIO", 3}, {"RULECOND", 4}};
+    const std::map<std::string, std::size_t> holders = {
+        {"RULESETCALL", 0}, {"RULE", 2}, {"RULEIO", 3}, {"RULECOND", 4}};
     const auto relation = holders.at(entity);
     const auto linked = Linked(relation, false, id);
     return std::any_of(linked.begin(), linked.end(),

@@ -190,7 +190,9 @@ TEST_F(WalkOfRules, RowsThatCannotBePutAsideFailTheWalkAndNotTheWrite) {
   EXPECT_EQ(RowText(*fetch, {"ID", "RuleName"}), "1|written");
 }
 
-std::size_t HeapInUse() { return mallinfo2().uordblks + mallinfo2().hblkhd; }
+std::size_t HeapInUse() {
+  return mallinfo2().uordblks + mallinfo2().hblkhd;
+}
 
 // 100,000 rules with 1 KB of text each, in a store whose page cache is small enough not to hide what a walk takes.
 class LongWalk : public ::testing::Test {

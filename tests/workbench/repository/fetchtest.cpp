@@ -31,7 +31,9 @@ class FetchOfRules : public ::testing::Test {
   TestStore store;
 };
 
-TEST_F(FetchOfRules, UnsortedRowsComeByID) { EXPECT_EQ(Rules("ID,RuleName", {"ID", "RuleName"}), "1|beta;2|Alpha;3|ALPHA;4|gamma"); }
+TEST_F(FetchOfRules, UnsortedRowsComeByID) {
+  EXPECT_EQ(Rules("ID,RuleName", {"ID", "RuleName"}), "1|beta;2|Alpha;3|ALPHA;4|gamma");
+}
 
 TEST_F(FetchOfRules, AValueIsDeliveredInItsTypeAndAsText) {
   store.Put("RULE#1", "Validated", "2026-01-01 10:00:00");
@@ -57,7 +59,9 @@ TEST_F(FetchOfRules, AnAliasedItemIsDeliveredUnderTheAliasOnly) {
   EXPECT_EQ(ErrorText([&] { fetch->Row().Item("SeqNo"); }), "The fetch delivers no field \"SeqNo\".");
 }
 
-TEST_F(FetchOfRules, AttributesAreNamedInAnyCase) { EXPECT_EQ(Rules("id,rulename", {"ID", "RuleName"}, "ID=1"), "1|beta"); }
+TEST_F(FetchOfRules, AttributesAreNamedInAnyCase) {
+  EXPECT_EQ(Rules("id,rulename", {"ID", "RuleName"}, "ID=1"), "1|beta");
+}
 
 TEST_F(FetchOfRules, OneAttributeMayBeDeliveredTwice) {
   EXPECT_EQ(Rules("RuleName,RuleName:Again", {"RuleName", "Again"}, "ID=4"), "gamma|gamma");

@@ -28,11 +28,12 @@ class Journal : public ::testing::Test {
   void Forget() { begin_ = LastJournalEntry(store.StorePath()); }
   // Entries as "number of the command's row, command, action, object"; rows count from 1 in order of appearance.
   std::string Groups() {
-    return RunSql(store.StorePath(),
-                  "SELECT DENSE_RANK() OVER (ORDER BY j.CommandID), c.Command, j.Action, j.Object FROM VekJournalTbl j JOIN "
-                  "VekJournalCommandTbl c USING (CommandID) WHERE EntryID > " +
-                      std::to_string(begin_) + " ORDER BY EntryID",
-                  4);
+    return RunSql(
+        store.StorePath(),
+        "SELECT DENSE_RANK() OVER (ORDER BY j.CommandID), c.Command, j.Action, j.Object FROM VekJournalTbl j JOIN "
+        "VekJournalCommandTbl c USING (CommandID) WHERE EntryID > " +
+            std::to_string(begin_) + " ORDER BY EntryID",
+        4);
   }
   TestStore store;
 
@@ -78,8 +79,9 @@ TEST_F(Journal, ADeletionIsJournaledWithItsLinksItsOwnedObjectsAndAllOldValues) 
   store.Put("RULE#1", "SeqNo", 3);
   Forget();
   rule->Delete();
-  const std::string system = "\"Created\":[\"2026-01-31 12:00:00\",null],\"CreatedBy\":[\"analyst\",null],"
-                             "\"Modified\":[\"2026-01-31 12:00:00\",null],\"ModifiedBy\":[\"analyst\",null]}";
+  const std::string system =
+      "\"Created\":[\"2026-01-31 12:00:00\",null],\"CreatedBy\":[\"analyst\",null],"
+      "\"Modified\":[\"2026-01-31 12:00:00\",null],\"ModifiedBy\":[\"analyst\",null]}";
   EXPECT_EQ(Entries(), (Lines{"UNLINK RULE#1 RULEIO#1 {\"Relation\":\"RuleHasRuleIO\"}",
                               "DELETE RULEIO#1 {\"Name\":[\"io\",null]," + system,
                               "DELETE RULE#1 {\"Name\":[\"n\",null],\"SeqNo\":[3,null]," + system}));
@@ -202,13 +204,15 @@ TEST_F(Journal, EntriesOfCommandsFollowInTheOrderOfTheirWriting) {
   for (int i = 0; i < 5; ++i) store.Repository().NewObject("RULE", "n");
   store.Reopen();
   for (int i = 0; i < 5; ++i) store.Repository().NewObject("RULE", "n");
+  EXPECT_EQ(
+      RunSql(store.StorePath(),
+             "SELECT count(*) FROM VekJournalTbl a JOIN VekJournalTbl b ON b.EntryID > a.EntryID AND b.CommandID < "
+             "a.CommandID",
+             1),
+      "0");
   EXPECT_EQ(RunSql(store.StorePath(),
-                   "SELECT count(*) FROM VekJournalTbl a JOIN VekJournalTbl b ON b.EntryID > a.EntryID AND b.CommandID < "
-                   "a.CommandID",
-                   1),
-            "0");
-  EXPECT_EQ(RunSql(store.StorePath(), "SELECT count(*) FROM VekJournalTbl WHERE CommandID NOT IN (SELECT CommandID FROM "
-                                      "VekJournalCommandTbl)",
+                   "SELECT count(*) FROM VekJournalTbl WHERE CommandID NOT IN (SELECT CommandID FROM "
+                   "VekJournalCommandTbl)",
                    1),
             "0");
 }
@@ -264,7 +268,9 @@ Content Replay(const std::string& path) {
       EXPECT_EQ(content.objects.contains(keys), action != "ADD") << entry;
       auto& object = content.objects[keys];
       for (const auto& [name, values] : changes.items()) {
-        const auto text = [](const auto& value) { return value.is_string() ? value.template get<std::string>() : value.dump(); };
+        const auto text = [](const auto& value) {
+          return value.is_string() ? value.template get<std::string>() : value.dump();
+        };
         EXPECT_EQ(object.contains(name) ? object[name] : "null", text(values[0])) << entry;
         object.erase(name);
         if (!values[1].is_null()) object[name] = text(values[1]);
@@ -300,14 +306,18 @@ void WriteAtRandom(TestStore& store, std::mt19937& random) {
       repository.object("RULESET#" + id())->Link("Has", "RULE#" + id());
       break;
     case 5:
-      repository.object("RULE#" + id())->Link(roll(2) == 0 ? "Has" : "Logs", (roll(2) == 0 ? "RULEIO#" : "RULELOG#") + id());
+      repository.object("RULE#" + id())
+          ->Link(roll(2) == 0 ? "Has" : "Logs", (roll(2) == 0 ? "RULEIO#" : "RULELOG#") + id());
       break;
     case 6:
-      repository.Database().Execute("update VekRULETbl set RuleName='it''s' where ObjectID in (" + id() + "," + id() + ")");
+      repository.Database().Execute("update VekRULETbl set RuleName='it''s' where ObjectID in (" + id() + "," + id() +
+                                    ")");
       break;
     default:
-      if (roll(3) == 0) repository.object(key)->Delete();
-      else repository.object("RULESET#" + id())->UnLink("Has", "RULE#" + id());
+      if (roll(3) == 0)
+        repository.object(key)->Delete();
+      else
+        repository.object("RULESET#" + id())->UnLink("Has", "RULE#" + id());
   }
 }
 

@@ -31,8 +31,7 @@ StoreContent ReadContent(const std::string& path) {
   StoreContent content;
   for (const auto& table : RowsOf(*connection, "SELECT name FROM sqlite_master WHERE type = 'table'", 1)) {
     const auto columns = RowsOf(*connection, "SELECT name FROM pragma_table_info('" + table + "')", 1).size();
-    content[table] =
-        RowsOf(*connection, "SELECT * FROM \"" + table + "\" ORDER BY 1, 2", static_cast<int>(columns));
+    content[table] = RowsOf(*connection, "SELECT * FROM \"" + table + "\" ORDER BY 1, 2", static_cast<int>(columns));
   }
   return content;
 }

@@ -21,5 +21,4 @@ std::string RunSql(const std::string& path, const std::string& sql, int columns 
 std::vector<std::string> JournalEntries(const std::string& path, std::int64_t after = 0);
 std::int64_t LastJournalEntry(const std::string& path);
 
-
 }  // namespace qmrules::test

@@ -16,7 +16,8 @@ using platform::Value;
 const std::string kExtension =
     "<repstry><entities><entity name='RULE'><entityattrs>"
     "<entityattr name='Priority' type='CHAR'/><entityattr name='Billable' type='BOOLEAN'/>"
-    "<entityattr name='1A' type='CHAR'/><entityattr name='Order' type='CHAR'/><entityattr name='Weight' type='INTEGER'/>"
+    "<entityattr name='1A' type='CHAR'/><entityattr name='Order' type='CHAR'/><entityattr name='Weight' "
+    "type='INTEGER'/>"
     "<entityattr name='Due' type='TIMESTAMP'/>"
     "</entityattrs></entity></entities></repstry>";
 
@@ -31,9 +32,7 @@ class DirectUpdate : public ::testing::Test {
     database.Execute(statement);
     return database.RecordsAffected();
   }
-  std::string All(std::string_view attribute) {
-    return Select(store.Repository(), "RULE", attribute, {}, {attribute});
-  }
+  std::string All(std::string_view attribute) { return Select(store.Repository(), "RULE", attribute, {}, {attribute}); }
   std::string Failure(const std::string& statement) {
     return ErrorText([&] { store.Repository().Database().Execute(statement); });
   }
@@ -168,8 +167,10 @@ TEST_F(DirectUpdate, AnyOtherStatementIsRefusedWithItsTextAndColumn) {
       {"update VekRULETbl set Priority='x' where ObjectID in (select 1)", "column 62: \")\" is expected"},
       {"update VekRULETbl set Priority='x' where ObjectID in (1); delete from VekRULETbl",
        "column 57: the end of the statement is expected"},
-      {"update VekRULETbl set Priority='x' where ObjectID in (1) -- all", "column 58: the end of the statement is expected"},
-      {"update VekRULETbl set Priority='x' where ObjectID in (1) or 1=1", "column 58: the end of the statement is expected"},
+      {"update VekRULETbl set Priority='x' where ObjectID in (1) -- all",
+       "column 58: the end of the statement is expected"},
+      {"update VekRULETbl set Priority='x' where ObjectID in (1) or 1=1",
+       "column 58: the end of the statement is expected"},
       {"update VekRULETbl set Priority='x' where ObjectID in (1) and 1A='a' and 1A='b'",
        "column 69: the end of the statement is expected"},
       {"update VekRULETbl /* all */ set Priority='x' where ObjectID in (1)", "column 19: \"set\" is expected"},
@@ -181,11 +182,14 @@ TEST_F(DirectUpdate, AnyOtherStatementIsRefusedWithItsTextAndColumn) {
 }
 
 TEST_F(DirectUpdate, UnknownTablesAndColumnsAreRefused) {
-  EXPECT_EQ(Failure("update sqlite_master set Name='x' where Name in ('y')"), "The catalogue has no table \"sqlite_master\".");
+  EXPECT_EQ(Failure("update sqlite_master set Name='x' where Name in ('y')"),
+            "The catalogue has no table \"sqlite_master\".");
   EXPECT_EQ(Failure("update VekJournalTbl set Action='x' where Action in ('ADD')"),
             "The catalogue has no table \"VekJournalTbl\".");
-  EXPECT_EQ(Failure("update VekRULETbl set Colour='x' where ObjectID in (1)"), "The entity RULE has no attribute \"Colour\".");
-  EXPECT_EQ(Failure("update VekRULETbl set Priority='x' where Colour in (1)"), "The entity RULE has no attribute \"Colour\".");
+  EXPECT_EQ(Failure("update VekRULETbl set Colour='x' where ObjectID in (1)"),
+            "The entity RULE has no attribute \"Colour\".");
+  EXPECT_EQ(Failure("update VekRULETbl set Priority='x' where Colour in (1)"),
+            "The entity RULE has no attribute \"Colour\".");
   EXPECT_EQ(Failure("update VekRULETbl set Priority='x' where ObjectID in (1) and Colour='y'"),
             "The entity RULE has no attribute \"Colour\".");
   EXPECT_EQ(Failure("update VekRULETbl set ObjectID=7 where ObjectID in (1)"), "ObjectID cannot be changed.");

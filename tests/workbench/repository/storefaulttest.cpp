@@ -37,7 +37,8 @@ struct Step {
   std::function<void(platform::Repository&)> run;
 };
 
-void Put(platform::Repository& store, const std::string& key, const std::string& attribute, const platform::Value& value) {
+void Put(platform::Repository& store, const std::string& key, const std::string& attribute,
+         const platform::Value& value) {
   const auto object = store.object(key);
   object->Edit();
   object->Attrs(attribute, value);
@@ -221,8 +222,8 @@ TEST(StoreUnderFaults, AnInnerTransactionThatIsGivenUpTakesTheOuterAlong) {
     const auto inner = store.Repository().BeginTransaction();
     store.Repository().NewObject("RULE", "inner");
   }
-  EXPECT_EQ(ErrorText([&] { outer->Commit(); }),
-            "The transaction on \"" + store.StorePath() + "\" was given up after a failure; nothing of it was written.");
+  EXPECT_EQ(ErrorText([&] { outer->Commit(); }), "The transaction on \"" + store.StorePath() +
+                                                     "\" was given up after a failure; nothing of it was written.");
   EXPECT_EQ(ReadContent(store.StorePath()), before);
   EXPECT_EQ(store.Repository().NewObject("RULE", "n")->Key(), "RULE#1");
 }
@@ -252,7 +253,8 @@ class StoreInTheMaking : public ::testing::Test {
  protected:
   void Open(int failingStatement) {
     fault->Arm(failingStatement);
-    repository::OpenStore({folder.File("catalogue.db"), folder.File("User.Repstry.xml"), "analyst", FaultyFactory(fault)}, clock)
+    repository::OpenStore(
+        {folder.File("catalogue.db"), folder.File("User.Repstry.xml"), "analyst", FaultyFactory(fault)}, clock)
         ->NewObject("RULE", "n");
   }
   TemporaryFolder folder;
@@ -276,16 +278,18 @@ TEST_F(StoreInTheMaking, AFailureLeavesAFileInWhichTheStoreIsMadeNextTime) {
 TEST_F(StoreInTheMaking, AFailureInAddingColumnsLeavesTheOldFormWhole) {
   Open(0);
   const auto before = ReadContent(folder.File("catalogue.db"));
-  folder.Write("User.Repstry.xml",
-               "<repstry><entities><entity name='RULE'><entityattrs><entityattr name='A' type='CHAR'/><entityattr name='B' "
-               "type='INTEGER'/></entityattrs></entity></entities></repstry>");
-  // BEGIN, the version, the columns with their registration, the relations, COMMIT: the first that does not fail ends it.
+  folder.Write(
+      "User.Repstry.xml",
+      "<repstry><entities><entity name='RULE'><entityattrs><entityattr name='A' type='CHAR'/><entityattr name='B' "
+      "type='INTEGER'/></entityattrs></entity></entities></repstry>");
+  // BEGIN, the version, the columns with their registration, the relations, COMMIT: the first that does not fail ends
+  // it.
   int statement = 1;
   for (;; ++statement) {
     fault->Arm(statement);
     try {
-      repository::OpenStore({folder.File("catalogue.db"), folder.File("User.Repstry.xml"), "analyst", FaultyFactory(fault)},
-                            clock);
+      repository::OpenStore(
+          {folder.File("catalogue.db"), folder.File("User.Repstry.xml"), "analyst", FaultyFactory(fault)}, clock);
       break;
     } catch (const platform::Error& failure) {
       ASSERT_EQ(std::string(failure.what()), kFaultText);

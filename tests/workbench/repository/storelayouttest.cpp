@@ -96,9 +96,10 @@ TEST_F(StoreFile, OfANewerVersionIsRefusedUntouched) {
   Open();
   RunSql(path, "PRAGMA user_version = 2");
   const auto bytes = ReadBytes(path);
-  EXPECT_EQ(OpenFailure(), "\"" + path +
-                               "\" was written by a newer version of QMRules (store version 2; this one reads up to 1). "
-                               "Install the newer version to open it.");
+  EXPECT_EQ(OpenFailure(),
+            "\"" + path +
+                "\" was written by a newer version of QMRules (store version 2; this one reads up to 1). "
+                "Install the newer version to open it.");
   EXPECT_EQ(ReadBytes(path), bytes);
 }
 
@@ -123,9 +124,10 @@ TEST_F(StoreFile, OfAnotherProgramIsRefusedUntouched) {
 TEST_F(StoreFile, ThatIsATextIsRefusedUntouched) {
   const std::string content(5000, 'x');
   folder.Write("catalogue.db", content);
-  EXPECT_EQ(OpenFailure(), "\"" + path +
-                               "\" is not a catalogue, or it is damaged (file is not a database). Put back a copy of the "
-                               "file.");
+  EXPECT_EQ(OpenFailure(),
+            "\"" + path +
+                "\" is not a catalogue, or it is damaged (file is not a database). Put back a copy of the "
+                "file.");
   EXPECT_EQ(ReadBytes(path), content);
 }
 
@@ -134,9 +136,10 @@ TEST_F(StoreFile, ThatIsCutShortIsRefusedUntouched) {
   const auto bytes = ReadBytes(path);
   const auto half = bytes.substr(0, bytes.size() / 2);
   folder.Write("catalogue.db", half);
-  EXPECT_EQ(OpenFailure(), "\"" + path +
-                               "\" is not a catalogue, or it is damaged (database disk image is malformed). Put back a copy "
-                               "of the file.");
+  EXPECT_EQ(OpenFailure(),
+            "\"" + path +
+                "\" is not a catalogue, or it is damaged (database disk image is malformed). Put back a copy "
+                "of the file.");
   EXPECT_EQ(ReadBytes(path), half);
 }
 
@@ -149,15 +152,14 @@ TEST_F(StoreFile, IsMovedForwardStepByStep) {
   Prepare({});
   RunSql(path, "INSERT INTO VekRULETbl (Name) VALUES ('kept')");
   std::string order;
-  const std::vector<Migration> migrations = {
-      [&](Connection& connection) {
-        order += "1";
-        connection.Execute("ALTER TABLE VekRULETbl ADD COLUMN Added TEXT");
-      },
-      [&](Connection& connection) {
-        order += "2";
-        connection.Execute("UPDATE VekRULETbl SET Added = Name");
-      }};
+  const std::vector<Migration> migrations = {[&](Connection& connection) {
+                                               order += "1";
+                                               connection.Execute("ALTER TABLE VekRULETbl ADD COLUMN Added TEXT");
+                                             },
+                                             [&](Connection& connection) {
+                                               order += "2";
+                                               connection.Execute("UPDATE VekRULETbl SET Added = Name");
+                                             }};
   Prepare(migrations);
   EXPECT_EQ(order, "12");
   EXPECT_EQ(Version(), "3");
@@ -190,8 +192,11 @@ TEST_F(StoreFile, StaysWholeInItsOldVersionWhenAStepFails) {
   EXPECT_EQ(Version(), "1");
   EXPECT_EQ(ReadContent(path), before);
   const Migration wrong = [](Connection& connection) { connection.Execute("UPDATE missing SET a = 1"); };
-  EXPECT_EQ(ErrorText([&] { Prepare({good, wrong}); }),
-            "The catalogue \"" + path + "\" refused the statement \"UPDATE missing SET a = 1\": no such table: missing.");
+  EXPECT_EQ(
+      ErrorText([&] {
+        Prepare({good, wrong});
+      }),
+      "The catalogue \"" + path + "\" refused the statement \"UPDATE missing SET a = 1\": no such table: missing.");
   EXPECT_EQ(ReadContent(path), before);
   Prepare({good});
   EXPECT_EQ(RunSql(path, "SELECT Name FROM VekRULETbl", 1), "lost");
@@ -199,8 +204,9 @@ TEST_F(StoreFile, StaysWholeInItsOldVersionWhenAStepFails) {
 
 TEST_F(StoreFile, GetsTheColumnsOfTheSitesAttributes) {
   Open()->NewObject("RULE", "n");
-  Extend("<entityattr name='Priority' type='CHAR'/><entityattr name='1A' type='BOOLEAN'/>"
-         "<entityattr name='Product' type='CHAR' system='true'/>");
+  Extend(
+      "<entityattr name='Priority' type='CHAR'/><entityattr name='1A' type='BOOLEAN'/>"
+      "<entityattr name='Product' type='CHAR' system='true'/>");
   {
     const auto store = Open();
     const auto rule = store->object("RULE#1");
@@ -230,7 +236,8 @@ TEST_F(StoreFile, KeepsTheColumnOfAnAttributeThatWasRemoved) {
 TEST_F(StoreFile, LosesNoValueWhenAnAttributeChangesItsType) {
   const auto typed = [&](const std::string& type) { Extend("<entityattr name='X' type='" + type + "'/>"); };
   const auto values = [&] { return Select(*Open(), "RULE", ">ID,X", {}, {"X"}); };
-  const std::string texts[] = {"5", "007", "true", "FALSE", " 5", "5 ", "1e3", "99999999999999999999", "\xC3\xA4", "-3", ""};
+  const std::string texts[] = {"5",        "007", "true", "FALSE", " 5", "5 ", "1e3", "99999999999999999999",
+                               "\xC3\xA4", "-3",  ""};
   std::string all;
   for (const auto& text : texts) all += text + ";";
   for (const bool madeWithIt : {true, false}) {
@@ -317,7 +324,8 @@ TEST_F(StoreFile, IsNotTouchedWhenTheSitesAttributesAreWrong) {
       {"<entityattr type='CHAR'/>", "\"\" of RULE" + bad},
       {"<entityattr name='A B' type='CHAR'/>", "\"A B\" of RULE" + bad},
       {"<entityattr name='a&quot;b' type='CHAR'/>", "\"a\"b\" of RULE" + bad},
-      {"<entityattr name='" + std::string(65, 'a') + "' type='CHAR'/>", "\"" + std::string(65, 'a') + "\" of RULE" + bad},
+      {"<entityattr name='" + std::string(65, 'a') + "' type='CHAR'/>",
+       "\"" + std::string(65, 'a') + "\" of RULE" + bad},
       {"<entityattr name='id' type='CHAR'/>", "\"id\" of RULE" + taken},
       {"<entityattr name='objectid' type='CHAR'/>", "\"objectid\" of RULE" + taken},
       {"<entityattr name='rulename' type='CHAR'/>", "\"rulename\" of RULE" + taken},

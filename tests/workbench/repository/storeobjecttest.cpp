@@ -18,7 +18,9 @@ const std::string kExtension =
     "<entityattr name='Note' type='LONGTEXT' system='false'/>"
     "</entityattrs></entity></entities></repstry>";
 
-platform::Timestamp At(const char* text) { return *platform::ParseTimestamp(text); }
+platform::Timestamp At(const char* text) {
+  return *platform::ParseTimestamp(text);
+}
 
 TEST(StoreObject, NewObjectHasItsNameAndTheSystemAttributes) {
   TestStore store;
@@ -55,8 +57,7 @@ TEST(StoreObject, AnUnknownEntityIsRefused) {
   TestStore store;
   EXPECT_EQ(ErrorText([&] { store.Repository().NewObject("TABLE", "a"); }), "The repository has no entity \"TABLE\".");
   EXPECT_EQ(ErrorText([&] { store.Repository().object("TABLE#1"); }), "The repository has no entity \"TABLE\".");
-  EXPECT_EQ(ErrorText([&] { store.Repository().FindObject("TABLE", "a"); }),
-            "The repository has no entity \"TABLE\".");
+  EXPECT_EQ(ErrorText([&] { store.Repository().FindObject("TABLE", "a"); }), "The repository has no entity \"TABLE\".");
   EXPECT_EQ(ErrorText([&] { store.Repository().CountObjects("TABLE", {}); }),
             "The repository has no entity \"TABLE\".");
 }

@@ -107,7 +107,7 @@ class SharedStore : public ::testing::Test {
 };
 
 TEST_F(SharedStore, TwoProcessesThatMakeItAtTheSameTimeBothGetIt) {
-  for (int round = 0; round < 5; ++round) {
+  for (int round = 0; round < 20; ++round) {
     path = folder.File(std::to_string(round) + ".db");
     const auto work = [&] { Open()->NewObject("RULE", "n"); };
     Process one(work);
@@ -145,7 +145,8 @@ TEST_F(SharedStore, ChangesOfDifferentAttributesByTwoProcessesBothStand) {
   Process other([&] { change("Description"); });
   EXPECT_EQ(one.Wait(), 0);
   EXPECT_EQ(other.Wait(), 0);
-  EXPECT_EQ(Select(*Open(), "RULE", "RuleName,Description", {}, {"RuleName", "Description"}), "RuleName100|Description100");
+  EXPECT_EQ(Select(*Open(), "RULE", "RuleName,Description", {}, {"RuleName", "Description"}),
+            "RuleName100|Description100");
 }
 
 TEST_F(SharedStore, AHandleWritesOverAnotherProcessOnlyWhatItPut) {

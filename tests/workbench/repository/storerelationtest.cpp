@@ -128,8 +128,7 @@ TEST_F(Loose, ALinkThatStandsIsLeftAsItIsWithoutAnEvent) {
 
 TEST_F(Loose, WhatIsNotLinkedCannotBeUnlinked) {
   EventLog events(store.Repository());
-  EXPECT_EQ(ErrorText([&] { UnLink("RULE#1", "Has", "RULEIO#1"); }),
-            "RULE#1 and RULEIO#1 are not linked by \"Has\".");
+  EXPECT_EQ(ErrorText([&] { UnLink("RULE#1", "Has", "RULEIO#1"); }), "RULE#1 and RULEIO#1 are not linked by \"Has\".");
   EXPECT_EQ(events.Take(), "");
 }
 
@@ -216,9 +215,9 @@ TEST_F(Loose, AnObserverThatGivesUpATransactionInTheMidstOfADeletionUndoesTheWho
       const auto transaction = store.Repository().BeginTransaction();
       store.Put("RULESET#1", "Description", "given up");
     });
-    EXPECT_EQ(ErrorText([&] { store.Repository().object("RULE#1")->Delete(); }),
-              "The transaction on \"" + store.StorePath() +
-                  "\" was given up after a failure; nothing of it was written.");
+    EXPECT_EQ(
+        ErrorText([&] { store.Repository().object("RULE#1")->Delete(); }),
+        "The transaction on \"" + store.StorePath() + "\" was given up after a failure; nothing of it was written.");
   }
   EXPECT_EQ(ReadContent(store.StorePath()), before);
   store.Repository().object("RULE#1")->Delete();
@@ -228,8 +227,8 @@ TEST_F(Loose, AnObserverThatGivesUpATransactionInTheMidstOfADeletionUndoesTheWho
 TEST_F(Loose, AnObserverThatFailsInTheMidstOfADeletionUndoesTheWhole) {
   Link("RULE#1", "Has", "RULEIO#1");
   const auto before = ReadContent(store.StorePath());
-  const auto subscription = store.Repository().OnUnLinked(
-      [&](const auto&, const auto&, const auto&) { throw platform::Error("not now"); });
+  const auto subscription =
+      store.Repository().OnUnLinked([&](const auto&, const auto&, const auto&) { throw platform::Error("not now"); });
   EXPECT_EQ(ErrorText([&] { store.Repository().object("RULE#1")->Delete(); }), "not now");
   EXPECT_EQ(ReadContent(store.StorePath()), before);
 }
@@ -361,7 +360,8 @@ TEST(StoreMembership, EveryEntityIsInTheProjectOfWhatHoldsIt) {
   const auto rule = repository.object(MakeKey("RULE", store.AddRule(set, "R", 1)));
   std::vector<std::string> keys = {MakeKey("BUSINESSFUNC", function), MakeKey("RULESET", set),
                                    MakeKey("RULESETCALL", call), rule->Key()};
-  for (const auto& [entity, relation] : {std::pair{"RULEIO", "Has"}, {"RULECOND", "IsControlledBy"}, {"RULELOG", "Logs"}}) {
+  for (const auto& [entity, relation] :
+       {std::pair{"RULEIO", "Has"}, {"RULECOND", "IsControlledBy"}, {"RULELOG", "Logs"}}) {
     keys.push_back(MakeKey(entity, store.Add(entity, "x")));
     rule->Link(relation, keys.back());
   }
