@@ -35,7 +35,8 @@ class Object {
   virtual Value Attrs(std::string_view name) const = 0;
 
   // Changes an attribute; allowed between Edit and Post. Throws Error elsewhere, for an unknown name, and for a value
-  // that the attribute's type does not take. An empty value makes the attribute unset.
+  // that the attribute's type does not take. An absent value makes the attribute unset, and so does an empty text where
+  // the type is no text.
   virtual void Attrs(std::string_view name, const Value& value) = 0;
 
   virtual void Edit() = 0;
@@ -54,7 +55,8 @@ class Object {
   // Deletes the object, its links and all that it owns.
   virtual void Delete() = 0;
 
-  // True when the object is in the project: by its own link, or through the rule set or business function that holds it.
+  // True when the object is in the project: by its own link, or through the rule set or business function that holds
+  // it.
   virtual bool BelongsToProject(std::string_view projectKey) const = 0;
 };
 
@@ -91,8 +93,8 @@ class Repository {
 
   virtual const platform::Schema& Schema() const = 0;
 
-  // Direct access to the tables by the statements `update T set A=V where C [not] in (...) [and B=W]` and by plain
-  // queries. Writes are journaled; no event tells of them.
+  // Direct access to the tables by the statements `update T set A=V where C [not] in (...) [and B=W]`, and no others.
+  // Writes are journaled; no event tells of them.
   virtual platform::Database& Database() = 0;
 
   virtual std::unique_ptr<Fetch> NewFetch() = 0;

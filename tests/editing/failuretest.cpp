@@ -9,11 +9,12 @@
 #include "catalogue/gateway.h"
 #include "catalogue/sequence.h"
 #include "editing/businessfunctions.h"
-#include "editing/failingconnection.h"
 #include "editing/rules.h"
 #include "editing/rulesets.h"
 #include "platform/error.h"
+#include "support/faultyconnection.h"
 #include "support/teststore.h"
+#include "workbench/repository/sqliteconnection.h"
 
 namespace qmrules::editing {
 namespace {
@@ -22,8 +23,12 @@ using catalogue::MakeKey;
 
 // A small catalogue on a store of which one write can fail.
 struct Catalogue {
-  test::WriteFault fault;
-  test::TestStore store{"", test::FailingConnections(fault)};
+  std::shared_ptr<test::Fault> fault = std::make_shared<test::Fault>();
+  test::TestStore store{"", [fault = fault](const std::string& path) {
+                          namespace repository = workbench::repository;
+                          return test::MakeFaulty(
+                              repository::OpenSqliteConnection(path, repository::Durability::Relaxed), fault);
+                        }};
   platform::Repository& repository = store.Repository();
   platform::TesselGlobals globals;
   EditingContext context{store.FE(), store.Clock(), shell::StringTableFor(shell::Language::English), globals};
@@ -63,15 +68,15 @@ void ExpectAllOrNothing(const std::function<bool(Catalogue&)>& step) {
   for (int write = 1;; ++write) {
     Catalogue catalogue;
     const auto before = catalogue.Content();
-    catalogue.fault.failsAt = write;
+    catalogue.fault->Arm(write);
     bool done = false;
     try {
       done = step(catalogue);
     } catch (const platform::Error& error) {
-      EXPECT_STREQ(error.what(), "repository.db: disk I/O error");
+      EXPECT_STREQ(error.what(), test::kFaultText);
     }
-    const bool failed = !catalogue.fault.failsAt;
-    catalogue.fault.failsAt.reset();
+    const bool failed = catalogue.fault->seen >= write;
+    catalogue.fault->Arm(0);
     if (!failed) {
       EXPECT_TRUE(done);
       EXPECT_NE(catalogue.Content(), before);
@@ -126,14 +131,14 @@ TEST(FailedWrites, ASwapThatFailsBetweenItsWritesLeavesTheFirst) {
   std::vector<std::vector<std::int64_t>> seen;
   for (int write = 1;; ++write) {
     Catalogue catalogue;
-    catalogue.fault.failsAt = write;
+    catalogue.fault->Arm(write);
     bool failed = false;
     try {
       catalogue::SwapRules(catalogue.repository, catalogue.rule, catalogue.nextRule);
     } catch (const platform::Error&) {
       failed = true;
     }
-    catalogue.fault.failsAt.reset();
+    catalogue.fault->Arm(0);
     const std::vector<std::int64_t> numbers{
         catalogue.store.Get(MakeKey("RULE", catalogue.rule), "SeqNo").Integer(),
         catalogue.store.Get(MakeKey("RULE", catalogue.nextRule), "SeqNo").Integer()};

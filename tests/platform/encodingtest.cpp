@@ -1,14 +1,15 @@
 #include "platform/encoding.h"
+#include "support/errortext.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 #include <string_view>
 
-#include "errortext.h"
-
 namespace qmrules::platform {
 namespace {
+
+using test::ErrorText;
 
 using namespace std::string_view_literals;
 

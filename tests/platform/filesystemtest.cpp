@@ -6,14 +6,18 @@
 #include <string>
 #include <string_view>
 
-#include "errortext.h"
 #include "platform/memoryfilesystem.h"
-#include "temporaryfolder.h"
+#include "support/errortext.h"
+#include "support/temporaryfolder.h"
 
 // What every file system holds, whatever is behind it. To add one: give it a place below and name it in `Places`.
 
 namespace qmrules::platform {
 namespace {
+
+using test::TemporaryFolder;
+
+using test::ErrorText;
 
 using namespace std::string_view_literals;
 using testing::ElementsAre;
@@ -21,7 +25,7 @@ using testing::IsEmpty;
 
 class DiskPlace {
  public:
-  std::string Root() const { return folder_.Path(); }
+  std::string Root() const { return folder_.Path().string(); }
   std::unique_ptr<FileSystem> Open(FileSystemOptions options = {}) const {
     return std::make_unique<DiskFileSystem>(std::move(options));
   }

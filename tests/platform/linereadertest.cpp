@@ -6,11 +6,13 @@
 #include <string>
 #include <string_view>
 
-#include "errortext.h"
 #include "platform/textstream.h"
+#include "support/errortext.h"
 
 namespace qmrules::platform {
 namespace {
+
+using test::ErrorText;
 
 using testing::ElementsAre;
 using testing::IsEmpty;

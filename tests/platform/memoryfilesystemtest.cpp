@@ -1,11 +1,12 @@
 #include "platform/memoryfilesystem.h"
+#include "support/errortext.h"
 
 #include <gtest/gtest.h>
 
-#include "errortext.h"
-
 namespace qmrules::platform {
 namespace {
+
+using test::ErrorText;
 
 class MemoryFileSystemTest : public testing::Test {
  protected:

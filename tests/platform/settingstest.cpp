@@ -6,18 +6,22 @@
 #include <memory>
 #include <string>
 
-#include "errortext.h"
-#include "temporaryfolder.h"
+#include "support/errortext.h"
+#include "support/temporaryfolder.h"
 
 namespace qmrules::platform {
 namespace {
+
+using test::TemporaryFolder;
+
+using test::ErrorText;
 
 struct MemorySettingsPlace {
   std::unique_ptr<UserSettings> settings = std::make_unique<MemorySettings>();
 };
 struct JsonSettingsPlace {
   TemporaryFolder folder;
-  std::unique_ptr<UserSettings> settings = std::make_unique<JsonUserSettings>(folder / "settings.json");
+  std::unique_ptr<UserSettings> settings = std::make_unique<JsonUserSettings>(folder.File("settings.json"));
 };
 
 template <class Place>
@@ -78,7 +82,7 @@ class JsonUserSettingsTest : public testing::Test {
   }
 
   TemporaryFolder folder_;
-  std::string path_ = folder_ / "settings.json";
+  std::string path_ = folder_.File("settings.json");
   JsonUserSettings settings_{path_};
 };
 
@@ -96,75 +100,75 @@ TEST_F(JsonUserSettingsTest, TwoProgramsKeepEachOthersSettings) {
 }
 
 TEST_F(JsonUserSettingsTest, FolderIsMadeWithTheFile) {
-  JsonUserSettings settings(folder_ / "new\\deep\\settings.json");
+  JsonUserSettings settings(folder_.File("new\\deep\\settings.json"));
   settings.Set("Form", "Splitter", "7");
-  EXPECT_EQ(folder_.Bytes("new/deep/settings.json"), "{\n  \"Form\": {\n    \"Splitter\": \"7\"\n  }\n}\n");
+  EXPECT_EQ(folder_.Read("new/deep/settings.json"), "{\n  \"Form\": {\n    \"Splitter\": \"7\"\n  }\n}\n");
 }
 
 TEST_F(JsonUserSettingsTest, WhatElseTheFileHoldsStaysInItsOrder) {
-  folder_.Put("settings.json", R"({"z": [1, 2.5, null], "Form": {"b": true, "splitter": "1"}, "a": {"n": 3}})");
+  folder_.Write("settings.json", R"({"z": [1, 2.5, null], "Form": {"b": true, "splitter": "1"}, "a": {"n": 3}})");
   settings_.Set("Form", "Splitter", "2");
-  EXPECT_EQ(folder_.Bytes("settings.json"),
+  EXPECT_EQ(folder_.Read("settings.json"),
             "{\n  \"z\": [\n    1,\n    2.5,\n    null\n  ],\n  \"Form\": {\n    \"b\": true,\n    \"splitter\": "
             "\"2\"\n  },\n  \"a\": {\n    \"n\": 3\n  }\n}\n");
 }
 
 TEST_F(JsonUserSettingsTest, BrokenFileIsNamedWithThePlaceAndKept) {
   const std::string broken = "{\n  \"Form\": {\n    \"Größe\" 5\n  }\n}\n";
-  folder_.Put("settings.json", broken);
+  folder_.Write("settings.json", broken);
   const std::string expected = path_ +
                                ":3:13: syntax error while parsing object separator - unexpected number literal; "
                                "expected ':'";
   EXPECT_EQ(GetError(), expected);
   EXPECT_EQ(SetError(), expected);
-  EXPECT_EQ(folder_.Bytes("settings.json"), broken);
+  EXPECT_EQ(folder_.Read("settings.json"), broken);
   EXPECT_EQ(folder_.EntryCount(), 1U);
 }
 
 TEST_F(JsonUserSettingsTest, EmptyFileIsBroken) {
-  folder_.Put("settings.json", "");
+  folder_.Write("settings.json", "");
   EXPECT_EQ(GetError(), path_ +
                             ":1:1: syntax error while parsing value - unexpected end of input; expected '[', '{', or a "
                             "literal");
 }
 
 TEST_F(JsonUserSettingsTest, CutFileIsBroken) {
-  folder_.Put("settings.json", "{\"Form\": {\"Spl");
+  folder_.Write("settings.json", "{\"Form\": {\"Spl");
   EXPECT_EQ(GetError(), path_ +
                             ":1:15: syntax error while parsing object key - invalid string: missing closing quote; "
                             "last read: '\"Spl'; expected string literal");
 }
 
 TEST_F(JsonUserSettingsTest, FileThatIsNoUtf8IsBroken) {
-  folder_.Put("settings.json", "{\n\"F\xFC\": 1}");
+  folder_.Write("settings.json", "{\n\"F\xFC\": 1}");
   EXPECT_EQ(GetError(), path_ + ":2:3: the file is not valid UTF-8");
 }
 
 TEST_F(JsonUserSettingsTest, FileWithoutAnObjectIsBroken) {
-  folder_.Put("settings.json", "[]");
+  folder_.Write("settings.json", "[]");
   EXPECT_EQ(SetError(), path_ + ":1:1: the file has to hold one JSON object");
 }
 
 TEST_F(JsonUserSettingsTest, DeepNestingIsRefused) {
-  folder_.Put("settings.json", "{\"a\": " + std::string(100000, '[') + std::string(100000, ']') + "}");
+  folder_.Write("settings.json", "{\"a\": " + std::string(100000, '[') + std::string(100000, ']') + "}");
   EXPECT_EQ(GetError(), path_ + ": values are nested too deeply");
 }
 
 TEST_F(JsonUserSettingsTest, NumberBeyondReachIsRefused) {
-  folder_.Put("settings.json", "{\"a\": 1e999}");
+  folder_.Write("settings.json", "{\"a\": 1e999}");
   EXPECT_EQ(GetError(), path_ + ": the file holds a number beyond what can be kept");
 }
 
 TEST_F(JsonUserSettingsTest, SectionThatIsNoObjectIsRefusedAndKept) {
-  folder_.Put("settings.json", R"({"Form": 5})");
+  folder_.Write("settings.json", R"({"Form": 5})");
   const std::string expected = path_ + ": the value of \"Form\" has to be a JSON object";
   EXPECT_EQ(GetError(), expected);
   EXPECT_EQ(SetError(), expected);
-  EXPECT_EQ(folder_.Bytes("settings.json"), R"({"Form": 5})");
+  EXPECT_EQ(folder_.Read("settings.json"), R"({"Form": 5})");
 }
 
 TEST_F(JsonUserSettingsTest, SettingThatIsNoTextIsRefused) {
-  folder_.Put("settings.json", R"({"Form": {"Splitter": 5}})");
+  folder_.Write("settings.json", R"({"Form": {"Splitter": 5}})");
   EXPECT_EQ(GetError(), path_ + ": the value of \"Splitter\" in \"Form\" has to be a JSON string");
 }
 
@@ -181,10 +185,10 @@ TEST_F(JsonUserSettingsTest, FolderInPlaceOfTheFileIsNamed) {
 }
 
 TEST_F(JsonUserSettingsTest, FileInPlaceOfTheFolderIsNamed) {
-  folder_.Put("file", "x");
-  JsonUserSettings settings(folder_ / "file/settings.json");
+  folder_.Write("file", "x");
+  JsonUserSettings settings(folder_.File("file/settings.json"));
   EXPECT_EQ(ErrorText([&] { settings.Set("Form", "Splitter", "7"); }),
-            "The folder \"" + (folder_ / "file") + "\" cannot be made: a file stands in the way.");
+            "The folder \"" + (folder_.File("file")) + "\" cannot be made: a file stands in the way.");
 }
 
 TEST(MemoryRegistry, ValuesAreFoundInAnyCase) {
@@ -197,13 +201,13 @@ TEST(MemoryRegistry, ValuesAreFoundInAnyCase) {
 
 TEST(JsonRegistry, MissingFileHoldsNoValues) {
   const TemporaryFolder folder;
-  EXPECT_EQ(JsonRegistry(folder / "none.json").Value(registryKey, userExtensionsValue), std::nullopt);
+  EXPECT_EQ(JsonRegistry(folder.File("none.json")).Value(registryKey, userExtensionsValue), std::nullopt);
 }
 
 TEST(JsonRegistry, ValuesAreFoundInAnyCase) {
   const TemporaryFolder folder;
-  folder.Put("registry.json", R"({"software\\Norvane\\FERROWOOD": {"UserExtensions": "D:\\site.xml"}})");
-  const JsonRegistry registry(folder / "registry.json");
+  folder.Write("registry.json", R"({"software\\Norvane\\FERROWOOD": {"UserExtensions": "D:\\site.xml"}})");
+  const JsonRegistry registry(folder.File("registry.json"));
   EXPECT_EQ(registry.Value(registryKey, userExtensionsValue), "D:\\site.xml");
   EXPECT_EQ(registry.Value(registryKey, "Other"), std::nullopt);
   EXPECT_EQ(registry.Value("SOFTWARE", userExtensionsValue), std::nullopt);
@@ -211,9 +215,9 @@ TEST(JsonRegistry, ValuesAreFoundInAnyCase) {
 
 TEST(JsonRegistry, BrokenFileIsNamedWithThePlace) {
   const TemporaryFolder folder;
-  folder.Put("registry.json", "{]");
-  EXPECT_EQ(ErrorText([&] { JsonRegistry(folder / "registry.json").Value(registryKey, userExtensionsValue); }),
-            (folder / "registry.json") +
+  folder.Write("registry.json", "{]");
+  EXPECT_EQ(ErrorText([&] { JsonRegistry(folder.File("registry.json")).Value(registryKey, userExtensionsValue); }),
+            (folder.File("registry.json")) +
                 ":1:2: syntax error while parsing object key - unexpected ']'; expected string literal");
 }
 

@@ -1,14 +1,15 @@
 #include "platform/timestamp.h"
+#include "support/errortext.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
 #include <limits>
 
-#include "errortext.h"
-
 namespace qmrules::platform {
 namespace {
+
+using test::ErrorText;
 
 TEST(Timestamp, FormatsInUtc) {
   EXPECT_EQ(FormatTimestamp({0}), "1970-01-01 00:00:00");

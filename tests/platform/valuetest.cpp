@@ -1,4 +1,5 @@
 #include "platform/value.h"
+#include "support/errortext.h"
 
 #include <gtest/gtest.h>
 
@@ -8,10 +9,10 @@
 #include <string>
 #include <string_view>
 
-#include "errortext.h"
-
 namespace qmrules::platform {
 namespace {
+
+using test::ErrorText;
 
 constexpr std::int64_t lowest = std::numeric_limits<std::int64_t>::min();
 constexpr std::int64_t highest = std::numeric_limits<std::int64_t>::max();

@@ -5,11 +5,13 @@
 #include <string_view>
 #include <vector>
 
-#include "errortext.h"
 #include "platform/xml.h"
+#include "support/errortext.h"
 
 namespace qmrules::platform {
 namespace {
+
+using test::ErrorText;
 
 using namespace std::string_view_literals;
 using testing::ElementsAre;

@@ -4,13 +4,17 @@
 #include <string>
 #include <string_view>
 
-#include "errortext.h"
 #include "platform/encoding.h"
 #include "platform/xml.h"
-#include "temporaryfolder.h"
+#include "support/errortext.h"
+#include "support/temporaryfolder.h"
 
 namespace qmrules::platform {
 namespace {
+
+using test::TemporaryFolder;
+
+using test::ErrorText;
 
 class XmlFile : public testing::Test {
  protected:
@@ -24,11 +28,11 @@ class XmlFile : public testing::Test {
     return "<?xml version=\"1.0\" encoding=\"" + encoding + "\"?>\n";
   }
   std::string LoadError(std::string_view name) const {
-    return ErrorText([&] { XmlDocument().load(folder_ / name); });
+    return ErrorText([&] { XmlDocument().load(folder_.File(name)); });
   }
 
   TemporaryFolder folder_;
-  std::string path_ = folder_ / "a.xml";
+  std::string path_ = folder_.File("a.xml");
 };
 
 TEST_F(XmlFile, EachEncodingIsWrittenAndReadBack) {
@@ -43,25 +47,25 @@ TEST_F(XmlFile, EachEncodingIsWrittenAndReadBack) {
     XmlDocument again;
     again.load(path_);
     EXPECT_EQ(again.documentElement().getAttribute("n"), text) << encoding;
-    again.save(folder_ / "b.xml");
-    EXPECT_EQ(folder_.Bytes("b.xml"), folder_.Bytes("a.xml")) << encoding;
+    again.save(folder_.File("b.xml"));
+    EXPECT_EQ(folder_.Read("b.xml"), folder_.Read("a.xml")) << encoding;
   }
 }
 
 TEST_F(XmlFile, BytesAreThoseOfTheDeclaredEncoding) {
   Parsed(Declaration("ISO-8859-1") + "<r n=\"é\">ß</r>").save(path_);
-  EXPECT_EQ(folder_.Bytes("a.xml"), Declaration("ISO-8859-1") + "<r n=\"\xE9\">\xDF</r>\n");
+  EXPECT_EQ(folder_.Read("a.xml"), Declaration("ISO-8859-1") + "<r n=\"\xE9\">\xDF</r>\n");
   Parsed(Declaration("SHIFT_JIS") + "<r n=\"日\">本</r>").save(path_);
-  EXPECT_EQ(folder_.Bytes("a.xml"), Declaration("SHIFT_JIS") + "<r n=\"\x93\xFA\">\x96\x7B</r>\n");
+  EXPECT_EQ(folder_.Read("a.xml"), Declaration("SHIFT_JIS") + "<r n=\"\x93\xFA\">\x96\x7B</r>\n");
   Parsed(Declaration("EUC-KR") + "<r n=\"가\"/>").save(path_);
-  EXPECT_EQ(folder_.Bytes("a.xml"), Declaration("EUC-KR") + "<r n=\"\xB0\xA1\"/>\n");
+  EXPECT_EQ(folder_.Read("a.xml"), Declaration("EUC-KR") + "<r n=\"\xB0\xA1\"/>\n");
   Parsed(Declaration("ISO-8859-5") + "<r n=\"Да\"/>").save(path_);
-  EXPECT_EQ(folder_.Bytes("a.xml"), Declaration("ISO-8859-5") + "<r n=\"\xB4\xD0\"/>\n");
+  EXPECT_EQ(folder_.Read("a.xml"), Declaration("ISO-8859-5") + "<r n=\"\xB4\xD0\"/>\n");
 }
 
 TEST_F(XmlFile, BackslashOfShiftJisIsNoYenSign) {
   Parsed(Declaration("SHIFT_JIS") + "<r n=\"a\\b~¥\"/>").save(path_);
-  EXPECT_EQ(folder_.Bytes("a.xml"), Declaration("SHIFT_JIS") + "<r n=\"a\\b~&#165;\"/>\n");
+  EXPECT_EQ(folder_.Read("a.xml"), Declaration("SHIFT_JIS") + "<r n=\"a\\b~&#165;\"/>\n");
   XmlDocument document;
   document.load(path_);
   EXPECT_EQ(document.documentElement().getAttribute("n"), "a\\b~¥");
@@ -69,13 +73,13 @@ TEST_F(XmlFile, BackslashOfShiftJisIsNoYenSign) {
 
 TEST_F(XmlFile, WithoutDeclarationUtf8IsWritten) {
   Parsed("<r n='é日'/>").save(path_);
-  EXPECT_EQ(folder_.Bytes("a.xml"), Declaration("UTF-8") + "<r n=\"é日\"/>\n");
+  EXPECT_EQ(folder_.Read("a.xml"), Declaration("UTF-8") + "<r n=\"é日\"/>\n");
 }
 
 TEST_F(XmlFile, CharacterThatTheEncodingLacksGoesOutAsAReference) {
   XmlDocument document = Parsed(Declaration("ISO-8859-1") + "<r n=\"é日\"><![CDATA[<😀>]]></r>");
   document.save(path_);
-  EXPECT_EQ(folder_.Bytes("a.xml"), Declaration("ISO-8859-1") + "<r n=\"\xE9&#26085;\">&lt;&#128512;&gt;</r>\n");
+  EXPECT_EQ(folder_.Read("a.xml"), Declaration("ISO-8859-1") + "<r n=\"\xE9&#26085;\">&lt;&#128512;&gt;</r>\n");
   XmlDocument again;
   again.load(path_);
   EXPECT_EQ(again.documentElement().getAttribute("n"), "é日");
@@ -83,18 +87,18 @@ TEST_F(XmlFile, CharacterThatTheEncodingLacksGoesOutAsAReference) {
 }
 
 TEST_F(XmlFile, NameThatTheEncodingLacksIsRefusedAndTheOldFileStands) {
-  folder_.Put("a.xml", "old");
+  folder_.Write("a.xml", "old");
   XmlDocument document = Parsed(Declaration("ISO-8859-1") + "<r><a 規='1'/></r>");
   EXPECT_EQ(ErrorText([&] { document.save(path_); }),
             "The file \"" + path_ + "\" cannot be written. The character U+898F cannot be written in ISO-8859-1.");
-  EXPECT_EQ(folder_.Bytes("a.xml"), "old");
+  EXPECT_EQ(folder_.Read("a.xml"), "old");
 }
 
 TEST_F(XmlFile, WhitespaceOfAttributesComesBack) {
   XmlDocument document = Parsed("<r/>");
   document.documentElement().setAttribute("n", "a\r\nb\tc\n");
   document.save(path_);
-  EXPECT_EQ(folder_.Bytes("a.xml"), Declaration("UTF-8") + "<r n=\"a&#13;&#10;b&#9;c&#10;\"/>\n");
+  EXPECT_EQ(folder_.Read("a.xml"), Declaration("UTF-8") + "<r n=\"a&#13;&#10;b&#9;c&#10;\"/>\n");
   document.load(path_);
   EXPECT_EQ(document.documentElement().getAttribute("n"), "a\r\nb\tc\n");
 }
@@ -106,7 +110,7 @@ TEST_F(XmlFile, UrlIsThePathLastLoadedOrSaved) {
   EXPECT_EQ(document.url(), "");
   document.save(path_);
   EXPECT_EQ(document.url(), path_);
-  EXPECT_THROW(document.load(folder_ / "none.xml"), Error);
+  EXPECT_THROW(document.load(folder_.File("none.xml")), Error);
   EXPECT_EQ(document.url(), path_);
   document.loadXML("<s/>");
   EXPECT_EQ(document.url(), "");
@@ -115,85 +119,85 @@ TEST_F(XmlFile, UrlIsThePathLastLoadedOrSaved) {
 }
 
 TEST_F(XmlFile, BackslashSeparatesToo) {
-  std::filesystem::create_directory(folder_ / "inner");
-  Parsed("<r/>").save(folder_.Path() + "\\inner\\b.xml");
+  std::filesystem::create_directory(folder_.File("inner"));
+  Parsed("<r/>").save(folder_.Path().string() + "\\inner\\b.xml");
   XmlDocument document;
-  document.load(folder_ / "inner\\b.xml");
+  document.load(folder_.File("inner\\b.xml"));
   EXPECT_EQ(document.documentElement().nodeName(), "r");
 }
 
 TEST_F(XmlFile, MissingFileIsNamed) {
   EXPECT_EQ(LoadError("none.xml"),
-            "The file \"" + (folder_ / "none.xml") + "\" cannot be read: there is no such file.");
+            "The file \"" + (folder_.File("none.xml")) + "\" cannot be read: there is no such file.");
 }
 
 TEST_F(XmlFile, BrokenFileIsNamedWithThePlaceAndTheDocumentStays) {
-  folder_.Put("a.xml", "<r>\n<a>\n</r>");
+  folder_.Write("a.xml", "<r>\n<a>\n</r>");
   XmlDocument document = Parsed("<old/>");
   EXPECT_EQ(ErrorText([&] { document.load(path_); }), path_ + ":3:5: Opening and ending tag mismatch: a line 2 and r");
   EXPECT_EQ(document.documentElement().xml(), "<old/>");
 }
 
 TEST_F(XmlFile, EmptyFileIsRefused) {
-  folder_.Put("a.xml", "");
+  folder_.Write("a.xml", "");
   EXPECT_EQ(LoadError("a.xml"), path_ + ":1:1: Document is empty");
 }
 
 TEST_F(XmlFile, FileWithoutDeclarationHasToBeUtf8) {
-  folder_.Put("a.xml", "<r>\n\xE9</r>");
+  folder_.Write("a.xml", "<r>\n\xE9</r>");
   EXPECT_EQ(LoadError("a.xml"), path_ + ":2:1: Input is not proper UTF-8, indicate encoding !");
 }
 
 TEST_F(XmlFile, BytesThatAreNoTextInTheDeclaredEncodingAreRefused) {
-  folder_.Put("a.xml", Declaration("SHIFT_JIS") + "<r n=\"\x93\"/>");
+  folder_.Write("a.xml", Declaration("SHIFT_JIS") + "<r n=\"\x93\"/>");
   EXPECT_NE(LoadError("a.xml"), "(no error)");
 }
 
 TEST_F(XmlFile, UnknownEncodingIsRefused) {
-  folder_.Put("a.xml", Declaration("FOO") + "<r/>");
+  folder_.Write("a.xml", Declaration("FOO") + "<r/>");
   EXPECT_EQ(LoadError("a.xml"), path_ + ":1:35: Unsupported encoding FOO");
 }
 
 TEST_F(XmlFile, ByteOrderMarkTellsTheEncoding) {
-  folder_.Put("a.xml", "\xEF\xBB\xBF<r n='é'/>");
+  folder_.Write("a.xml", "\xEF\xBB\xBF<r n='é'/>");
   XmlDocument document;
   document.load(path_);
   EXPECT_EQ(document.documentElement().getAttribute("n"), "é");
-  folder_.Put("a.xml", "\xFF\xFE" + EncodeText("<r n='日'/>", "UTF-16LE"));
+  folder_.Write("a.xml", "\xFF\xFE" + EncodeText("<r n='日'/>", "UTF-16LE"));
   document.load(path_);
   EXPECT_EQ(document.documentElement().getAttribute("n"), "日");
 }
 
 TEST_F(XmlFile, EmptyDocumentIsNotSaved) {
-  folder_.Put("a.xml", "old");
+  folder_.Write("a.xml", "old");
   XmlDocument document;
   EXPECT_EQ(ErrorText([&] { document.save(path_); }),
             "The file \"" + path_ + "\" cannot be written: the document is empty.");
-  EXPECT_EQ(folder_.Bytes("a.xml"), "old");
+  EXPECT_EQ(folder_.Read("a.xml"), "old");
 }
 
 TEST_F(XmlFile, FailedSaveLeavesNothingBehind) {
-  const std::string path = folder_ / "none/a.xml";
+  const std::string path = folder_.File("none/a.xml");
   EXPECT_EQ(ErrorText([&] { Parsed("<r/>").save(path); }),
             "The file \"" + path + "\" cannot be written: there is no such folder.");
   EXPECT_EQ(folder_.EntryCount(), 0U);
 }
 
 TEST_F(XmlFile, SavingReplacesTheFileWhole) {
-  folder_.Put("a.xml", std::string(10000, 'x'));
+  folder_.Write("a.xml", std::string(10000, 'x'));
   Parsed("<r/>").save(path_);
-  EXPECT_EQ(folder_.Bytes("a.xml"), Declaration("UTF-8") + "<r/>\n");
+  EXPECT_EQ(folder_.Read("a.xml"), Declaration("UTF-8") + "<r/>\n");
   EXPECT_EQ(folder_.EntryCount(), 1U);
 }
 
 TEST_F(XmlFile, TextOfNothingElseIsChangedByLoadingAndSaving) {
   const std::string text =
       Declaration("UTF-8") + "<!-- é -->\n<r>\n  <a n=\"1\"/>\n\n  <?p i?>text\n</r>\n<!-- end -->\n";
-  folder_.Put("a.xml", text);
+  folder_.Write("a.xml", text);
   XmlDocument document;
   document.load(path_);
   document.save(path_);
-  EXPECT_EQ(folder_.Bytes("a.xml"), text);
+  EXPECT_EQ(folder_.Read("a.xml"), text);
 }
 
 }  // namespace

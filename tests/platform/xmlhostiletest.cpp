@@ -4,14 +4,18 @@
 #include <string>
 #include <string_view>
 
-#include "errortext.h"
 #include "platform/xml.h"
-#include "temporaryfolder.h"
+#include "support/errortext.h"
+#include "support/temporaryfolder.h"
 
 // Documents made to harm the reader.
 
 namespace qmrules::platform {
 namespace {
+
+using test::TemporaryFolder;
+
+using test::ErrorText;
 
 std::string LoadError(std::string_view text, const XmlLimits& limits = {}) {
   return ErrorText([&] { XmlDocument().loadXML(text, "a.xml", limits); });
@@ -41,8 +45,8 @@ TEST(XmlHostile, ParameterEntityIsRefused) {
 
 TEST(XmlHostile, FilesFromOutsideAreNotRead) {
   const TemporaryFolder folder;
-  folder.Put("secret.txt", "secret");
-  const std::string uri = "file://" + (folder / "secret.txt");
+  folder.Write("secret.txt", "secret");
+  const std::string uri = "file://" + (folder.File("secret.txt"));
   EXPECT_EQ(LoadError("<!DOCTYPE r [\n<!ENTITY x SYSTEM\n \"" + uri + "\">\n]><r>&x;</r>").substr(0, 8), "a.xml:3:");
   XmlDocument document;
   document.loadXML("<!DOCTYPE r SYSTEM \"" + uri + "\"><r a='1'/>");
@@ -91,10 +95,10 @@ TEST(XmlHostile, SizeIsBounded) {
 
 TEST(XmlHostile, FileIsMeasuredBeforeItIsRead) {
   const TemporaryFolder folder;
-  folder.Put("a.xml", "");
-  std::filesystem::resize_file(folder / "a.xml", std::uintmax_t{1} << 40);
-  EXPECT_EQ(ErrorText([&] { XmlDocument().load(folder / "a.xml"); }),
-            "The file \"" + (folder / "a.xml") +
+  folder.Write("a.xml", "");
+  std::filesystem::resize_file(folder.File("a.xml"), std::uintmax_t{1} << 40);
+  EXPECT_EQ(ErrorText([&] { XmlDocument().load(folder.File("a.xml")); }),
+            "The file \"" + (folder.File("a.xml")) +
                 "\" cannot be read: it has 1099511627776 bytes, and at most 268435456 are read.");
 }
 

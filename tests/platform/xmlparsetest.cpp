@@ -3,11 +3,13 @@
 #include <string>
 #include <string_view>
 
-#include "errortext.h"
 #include "platform/xml.h"
+#include "support/errortext.h"
 
 namespace qmrules::platform {
 namespace {
+
+using test::ErrorText;
 
 using namespace std::string_view_literals;
 

@@ -20,13 +20,22 @@ TemporaryFolder::~TemporaryFolder() {
   std::filesystem::remove_all(path_, ignored);
 }
 
-std::string TemporaryFolder::Write(const std::string& name, const std::string& content) const {
+std::string TemporaryFolder::Write(std::string_view name, std::string_view content) const {
   const auto path = path_ / name;
   std::filesystem::create_directories(path.parent_path());
   std::ofstream file(path, std::ios::binary);
   file << content;
   if (!file.flush()) throw std::runtime_error("cannot write " + path.string());
   return path.string();
+}
+
+std::string TemporaryFolder::Read(std::string_view name) const {
+  return ReadBytes(File(name));
+}
+
+std::size_t TemporaryFolder::EntryCount() const {
+  const std::filesystem::directory_iterator entries(path_);
+  return static_cast<std::size_t>(std::distance(begin(entries), end(entries)));
 }
 
 std::string ReadBytes(const std::string& path) {

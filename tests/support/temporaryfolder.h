@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <string>
+#include <string_view>
 
 namespace qmrules::test {
 
@@ -15,9 +17,13 @@ class TemporaryFolder {
 
   const std::filesystem::path& Path() const { return path_; }
   // The path of a file in the folder.
-  std::string File(const std::string& name) const { return (path_ / name).string(); }
+  std::string File(std::string_view name) const { return (path_ / name).string(); }
   // Writes a file, with the folders on the way to it, and returns its path.
-  std::string Write(const std::string& name, const std::string& content) const;
+  std::string Write(std::string_view name, std::string_view content) const;
+  // The content of a file as bytes.
+  std::string Read(std::string_view name) const;
+  // Files and folders that lie directly in this one.
+  std::size_t EntryCount() const;
 
  private:
   std::filesystem::path path_;

@@ -49,7 +49,9 @@ TestStore::TestStore(const std::string& extension, repository::ConnectionFactory
 
 TestStore::~TestStore() = default;
 
-platform::FrontEnd& TestStore::FE() { return *frontEnd_; }
+platform::FrontEnd& TestStore::FE() {
+  return *frontEnd_;
+}
 
 void TestStore::Reopen() {
   repository_.reset();

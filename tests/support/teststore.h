@@ -28,8 +28,8 @@ class MemoryOptions final : public platform::Options {
 // project "Demo" (and "Other", which is not the current one), and a clock that stands at 2026-01-31 12:00:00.
 class TestStore {
  public:
-  // `extension`: the text of the site's schema document, "" for none. `connect`: opens the database, in place of a plain
-  // SQLite connection.
+  // `extension`: the text of the site's schema document, "" for none. `connect`: opens the database, in place of a
+  // plain SQLite connection.
   explicit TestStore(const std::string& extension = "", workbench::repository::ConnectionFactory connect = {});
   ~TestStore();
 

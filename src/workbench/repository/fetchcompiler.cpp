@@ -36,8 +36,8 @@ struct Node {
   std::string alias;
   std::string idExpression;
   bool usesTable = false;
-  bool isNegated = false;                  // behind a link that must not exist
-  std::vector<OwnerPath> ownerPaths;       // of a closure walk that leads here
+  bool isNegated = false;                 // behind a link that must not exist
+  std::vector<OwnerPath> ownerPaths;      // of a closure walk that leads here
   std::vector<std::string> ownerColumns;  // attributes that the walk's table has to deliver
 };
 
@@ -53,7 +53,8 @@ class FetchCompiler {
   CompiledFetch Compile() {
     if (!path_.root) throw Error("A fetch needs a root: SetRoot comes before Execute.");
     isSorted_ = std::any_of(path_.nodes.begin(), path_.nodes.end(), [](const auto& node) {
-      return std::any_of(node.items.begin(), node.items.end(), [](const auto& item) { return item.sort != Sort::None; }) ||
+      return std::any_of(node.items.begin(), node.items.end(),
+                         [](const auto& item) { return item.sort != Sort::None; }) ||
              (node.condition && std::any_of(node.condition->attributes.begin(), node.condition->attributes.end(),
                                             [](const auto& item) { return item.sort != Sort::None; }));
     });
@@ -105,6 +106,8 @@ class FetchCompiler {
     RestrictToProject(node.entity, node.idExpression, node.declared->inProject, level);
     InsertTable(node, level, place);
     if (!node.isNegated) idExpressions_.push_back(node.idExpression);
+    // Objects of different entities may have one ID.
+    if (!node.isNegated && node.entity == nullptr) idExpressions_.push_back(node.alias + ".\"Type\"");
     if (node.declared->related) Follow(node, path_.relations[*node.declared->related], level);
   }
 
@@ -224,7 +227,8 @@ class FetchCompiler {
     if (far.declared->entity) far.entity = &EntityOf(*far.declared);
     if (!relation.step.isNegated) return Step(near, relation, far, level);
     if (DeliversAnything(*far.declared)) {
-      throw RelationError(relation, "a node behind a link that must not exist delivers nothing; its fetch list must be empty");
+      throw RelationError(relation,
+                          "a node behind a link that must not exist delivers nothing; its fetch list must be empty");
     }
     Level inner;
     Step(near, relation, far, inner);
@@ -269,10 +273,12 @@ class FetchCompiler {
     level.sources.push_back({walk, fmt::format("{}.\"NearID\" = {}", walk, near.idExpression)});
   }
 
-  DirectedRelation ResolveLink(const StoreEntity& near, const DeclaredRelation& relation, const StoreEntity* far) const {
+  DirectedRelation ResolveLink(const StoreEntity& near, const DeclaredRelation& relation,
+                               const StoreEntity* far) const {
     if (far != nullptr) {
       if (const auto found = schema_.FindRelation(near, relation.step.name, *far)) return *found;
-      throw RelationError(relation, fmt::format("{} and {} have no relation \"{}\"", near.Name(), far->Name(), relation.step.name));
+      throw RelationError(
+          relation, fmt::format("{} and {} have no relation \"{}\"", near.Name(), far->Name(), relation.step.name));
     }
     const auto found = schema_.FindRelations(near, relation.step.name);
     if (found.size() == 1) return found.front();

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <array>
 #include <charconv>
 
 #include "workbench/repository/storelayout.h"
@@ -13,7 +14,14 @@ namespace {
 
 constexpr std::size_t kHeldEntries = 512;
 constexpr std::size_t kHeldBytes = std::size_t{512} * 1024;
+constexpr std::size_t kRowsTogether = 8;
 constexpr std::size_t kLongestID = 11;
+
+std::string InsertSql(std::size_t rows) {
+  std::string sql = fmt::format("INSERT INTO \"{}\" (CommandID, Action, Object, Other, Changes) VALUES ", journalTable);
+  for (std::size_t row = 0; row < rows; ++row) sql += row == 0 ? "(?, ?, ?, ?, ?)" : ", (?, ?, ?, ?, ?)";
+  return sql;
+}
 
 std::string_view ActionName(JournalAction action) {
   switch (action) {
@@ -51,16 +59,22 @@ std::string EscapeOf(char character) {
   return code < 0x20 ? fmt::format("\\u{:04x}", code) : "";
 }
 
-bool NeedsEscape(char character) {
-  return static_cast<unsigned char>(character) < 0x20 || character == '"' || character == '\\';
+constexpr std::array<bool, 256> MarkEscaped() {
+  std::array<bool, 256> marks = {};
+  for (std::size_t code = 0; code < 0x20; ++code) marks[code] = true;
+  marks['"'] = true;
+  marks['\\'] = true;
+  return marks;
 }
+
+constexpr std::array<bool, 256> needsEscape = MarkEscaped();
 
 // Appends the text as JSON. Every written text goes through here, and a document builder would copy it three times.
 void AppendJson(std::string& out, std::string_view text) {
   out += '"';
   std::size_t begin = 0;
   for (std::size_t position = 0; position < text.size(); ++position) {
-    if (!NeedsEscape(text[position])) continue;
+    if (!needsEscape[static_cast<unsigned char>(text[position])]) continue;
     out += text.substr(begin, position - begin);
     out += EscapeOf(text[position]);
     begin = position + 1;
@@ -79,6 +93,19 @@ void AppendJson(std::string& out, const StoredValue& value) {
   }
 }
 
+// The size of the entry's text when nothing in it is escaped.
+std::size_t LikelySize(const std::vector<AttributeChange>& changes) {
+  constexpr std::size_t punctuation = 16;
+  std::size_t size = 2;
+  for (const auto& change : changes) {
+    size += change.attribute->Name().size() + punctuation;
+    for (const auto* value : {&change.before, &change.after}) {
+      if (const auto* text = std::get_if<std::string>(value)) size += text->size();
+    }
+  }
+  return size;
+}
+
 }  // namespace
 
 void JournalEntry::SetAddedID(std::int32_t id) noexcept {
@@ -94,6 +121,7 @@ JournalEntry ChangeEntry(JournalAction action, std::string_view key, const std::
   entry.object.reserve(key.size() + 1 + kLongestID);
   entry.object = key;
   std::string& text = entry.changes;
+  text.reserve(LikelySize(changes));
   text += '{';
   for (const auto& change : changes) {
     if (text.size() > 1) text += ',';
@@ -145,13 +173,13 @@ void CommandJournal::Append(JournalEntry entry) noexcept {
 }
 
 void CommandJournal::WriteHeld() {
-  if (held_.empty()) return;
-  static const std::string sql = fmt::format(
-      "INSERT INTO \"{}\" (CommandID, Action, Object, Other, Changes) VALUES (?, ?, ?, ?, ?)", journalTable);
-  const auto statement = session_.Use(sql);
   std::size_t written = 0;
   try {
-    for (; written < held_.size(); ++written) Write(held_[written], *statement);
+    while (written < held_.size()) {
+      const std::size_t rows = held_.size() - written < kRowsTogether ? 1 : kRowsTogether;
+      WriteRows(written, rows);
+      written += rows;
+    }
   } catch (...) {
     held_.erase(held_.begin(), held_.begin() + static_cast<std::ptrdiff_t>(written));
     throw;
@@ -160,15 +188,23 @@ void CommandJournal::WriteHeld() {
   heldBytes_ = 0;
 }
 
-void CommandJournal::Write(const JournalEntry& entry, Statement& statement) {
-  if (entry.command->id == 0) StoreCommand(*entry.command);
-  statement.BindInteger(0, entry.command->id);
-  statement.BindTextInPlace(1, ActionName(entry.action));
-  statement.BindTextInPlace(2, entry.object);
-  statement.BindTextInPlace(3, entry.other);
-  statement.BindTextInPlace(4, entry.changes);
-  statement.Step();
-  statement.Reset();
+void CommandJournal::WriteRows(std::size_t first, std::size_t rows) {
+  static const std::string oneRow = InsertSql(1);
+  static const std::string manyRows = InsertSql(kRowsTogether);
+  for (std::size_t place = first; place < first + rows; ++place) {
+    if (held_[place].command->id == 0) StoreCommand(*held_[place].command);
+  }
+  const auto statement = session_.Use(rows == 1 ? oneRow : manyRows);
+  int parameter = 0;
+  for (std::size_t place = first; place < first + rows; ++place) {
+    const auto& entry = held_[place];
+    statement->BindInteger(parameter++, entry.command->id);
+    statement->BindTextInPlace(parameter++, ActionName(entry.action));
+    statement->BindTextInPlace(parameter++, entry.object);
+    statement->BindTextInPlace(parameter++, entry.other);
+    statement->BindTextInPlace(parameter++, entry.changes);
+  }
+  statement->Step();
 }
 
 void CommandJournal::StoreCommand(JournalCommand& command) {

@@ -84,7 +84,8 @@ class CommandJournal {
   std::int64_t RowOfCommand() const { return command_ ? command_->id : 0; }
 
  private:
-  void Write(const JournalEntry& entry, Statement& statement);
+  // Writes those from `first` on.
+  void WriteRows(std::size_t first, std::size_t rows);
   void StoreCommand(JournalCommand& command);
 
   StoreSession& session_;

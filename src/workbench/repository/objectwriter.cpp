@@ -88,9 +88,12 @@ ObjectRef ParseProject(const StoreSchema& schema, std::string_view key) {
 }
 
 bool ObjectExists(StoreSession& session, const ObjectRef& object) {
+  if (session.Standing().Has(*object.entity, object.id)) return true;
   const auto statement = session.Use(object.entity->Statements().exists);
   statement->BindInteger(0, object.id);
-  return statement->Step();
+  if (!statement->Step()) return false;
+  if (session.Database().InTransaction()) session.Standing().Add(*object.entity, object.id);
+  return true;
 }
 
 std::vector<StoredValue> ReadObject(StoreSession& session, const ObjectRef& object) {
@@ -110,12 +113,13 @@ InsertedObject InsertObject(StoreSession& session, const StoreEntity& entity, co
     return entity.Attributes()[entity.PlaceOf(attributeName)].get();
   };
   const std::string now = session.Now();
-  const std::vector<AttributeChange> changes = {
-      {attribute("Name"), {}, ToStored(*attribute("Name"), platform::Value(name))},
-      {attribute("Created"), {}, now},
-      {attribute("CreatedBy"), {}, session.UserName()},
-      {attribute("Modified"), {}, now},
-      {attribute("ModifiedBy"), {}, session.UserName()}};
+  std::vector<AttributeChange> changes;
+  changes.reserve(5);
+  changes.push_back({attribute("Name"), {}, ToStored(*attribute("Name"), platform::Value(name))});
+  changes.push_back({attribute("Created"), {}, now});
+  changes.push_back({attribute("CreatedBy"), {}, session.UserName()});
+  changes.push_back({attribute("Modified"), {}, now});
+  changes.push_back({attribute("ModifiedBy"), {}, session.UserName()});
   RefuseEmptyName(entity, changes.front().after);
   auto entry = ChangeEntry(JournalAction::Add, entity.Name(), changes);
 
@@ -134,21 +138,12 @@ InsertedObject InsertObject(StoreSession& session, const StoreEntity& entity, co
   session.Journal().Append(std::move(entry));
   scope.Complete();
   inserted.writes = session.Writes();
+  if (session.Database().InTransaction()) session.Standing().Add(entity, inserted.object.id);
   if (session.Events().objectAdded.HasObservers()) session.Events().objectAdded.Raise(inserted.object.Key());
   return inserted;
 }
 
 namespace {
-
-// The write of an object's attributes notes who did it and when, unless the caller has put these itself (an import).
-void AddModification(StoreSession& session, const StoreEntity& entity, std::vector<AttributePut>& puts) {
-  for (const auto& [name, value] :
-       {std::pair<const char*, std::string>{"Modified", session.Now()}, {"ModifiedBy", session.UserName()}}) {
-    const std::size_t place = entity.PlaceOf(name);
-    const bool isPut = std::any_of(puts.begin(), puts.end(), [&](const auto& put) { return put.first == place; });
-    if (!isPut) puts.emplace_back(place, value);
-  }
-}
 
 std::string UpdateSql(const StoreEntity& entity, const std::vector<AttributeChange>& changes) {
   std::string sql = "UPDATE " + entity.Table() + " SET ";
@@ -161,30 +156,43 @@ std::string UpdateSql(const StoreEntity& entity, const std::vector<AttributeChan
   return sql;
 }
 
+// What the puts change. The write notes who did it and when, unless the caller has put these itself (an import).
+std::vector<AttributeChange> ChangesOf(StoreSession& session, const ObjectRef& object,
+                                       const std::vector<AttributePut>& puts, const std::vector<StoredValue>& before) {
+  const auto& entity = *object.entity;
+  std::vector<AttributeChange> changes;
+  changes.reserve(puts.size() + 2);
+  const auto add = [&](std::size_t place, const StoredValue& value) {
+    if (value != before[place]) changes.push_back({entity.Attributes()[place].get(), before[place], value});
+  };
+  for (const auto& [place, value] : puts) add(place, value);
+  for (const auto& change : changes) {
+    if (change.attribute->Name() != "Name") continue;
+    RefuseEmptyName(entity, change.after);
+    RefuseTakenName(session, entity, change.after, object.id);
+  }
+  const auto addUnlessPut = [&](std::string_view name, const std::string& value) {
+    const std::size_t place = entity.PlaceOf(name);
+    const bool isPut = std::any_of(puts.begin(), puts.end(), [&](const auto& put) { return put.first == place; });
+    if (!isPut) add(place, value);
+  };
+  addUnlessPut("Modified", session.Now());
+  addUnlessPut("ModifiedBy", session.UserName());
+  return changes;
+}
+
 }  // namespace
 
-void UpdateObject(StoreSession& session, const ObjectRef& object, std::vector<AttributePut> puts,
+void UpdateObject(StoreSession& session, const ObjectRef& object, const std::vector<AttributePut>& puts,
                   const std::vector<StoredValue>* known) {
   if (puts.empty()) {
     if (!ObjectExists(session, object)) throw NoSuchObject(object);
     return;
   }
   const auto& entity = *object.entity;
-  AddModification(session, entity, puts);
   WriteScope scope(session, WriteSize::OneStatement);
   const auto read = known == nullptr ? ReadObject(session, object) : std::vector<StoredValue>();
-  const auto& before = known == nullptr ? read : *known;
-  std::vector<AttributeChange> changes;
-  changes.reserve(puts.size());
-  for (auto& [place, value] : puts) {
-    if (value == before[place]) continue;
-    const auto& attribute = *entity.Attributes()[place];
-    if (attribute.Name() == "Name") {
-      RefuseEmptyName(entity, value);
-      RefuseTakenName(session, entity, value, object.id);
-    }
-    changes.push_back({&attribute, before[place], std::move(value)});
-  }
+  const auto changes = ChangesOf(session, object, puts, known == nullptr ? read : *known);
   auto entry = ChangeEntry(JournalAction::Edit, object.Key(), changes);
   if (!changes.empty()) {
     const auto statement = session.Use(UpdateSql(entity, changes));
@@ -202,15 +210,13 @@ void LinkObjects(StoreSession& session, const ObjectRef& near, std::string_view 
   const auto ends = Order(directed, near, far);
   auto entry = LinkEntry(JournalAction::Link, ends.from.Key(), ends.to.Key(), *directed.relation);
   WriteScope scope(session, WriteSize::OneStatement);
-  if (!ChangeLink(session, directed.relation->InsertStatement(), ends)) {
-    for (const auto* end : {&near, &far}) {
-      if (!ObjectExists(session, *end)) throw Error(fmt::format("There is no object {} to link.", end->Key()));
-    }
-    scope.Complete();
-    return;
+  for (const auto* end : {&near, &far}) {
+    if (!ObjectExists(session, *end)) throw Error(fmt::format("There is no object {} to link.", end->Key()));
   }
-  session.Journal().Append(std::move(entry));
+  const bool isNew = ChangeLink(session, directed.relation->InsertStatement(), ends);
+  if (isNew) session.Journal().Append(std::move(entry));
   scope.Complete();
+  if (!isNew) return;
   if (session.Events().linked.HasObservers()) {
     session.Events().linked.Raise(ends.from.Key(), ends.to.Key(), *directed.relation);
   }
@@ -248,6 +254,7 @@ class Deletion {
         changes.push_back({object.entity->Attributes()[place].get(), before[place], {}});
       }
     }
+    session_.Standing().Clear();
     auto entry = ChangeEntry(JournalAction::Delete, object.Key(), changes);
     session_.Journal().MakeRoom();
     {

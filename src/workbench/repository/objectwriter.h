@@ -47,7 +47,7 @@ using AttributePut = std::pair<std::size_t, StoredValue>;
 // was.
 InsertedObject InsertObject(StoreSession& session, const StoreEntity& entity, const std::string& name);
 // `known`: the object's stored values, where the caller is sure of them; else nullptr.
-void UpdateObject(StoreSession& session, const ObjectRef& object, std::vector<AttributePut> puts,
+void UpdateObject(StoreSession& session, const ObjectRef& object, const std::vector<AttributePut>& puts,
                   const std::vector<StoredValue>* known);
 void LinkObjects(StoreSession& session, const ObjectRef& near, std::string_view relation, const ObjectRef& far);
 void UnLinkObjects(StoreSession& session, const ObjectRef& near, std::string_view relation, const ObjectRef& far);

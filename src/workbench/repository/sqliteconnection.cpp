@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <sqlite3.h>
 
+#include <cstring>
 #include <stdexcept>
 
 #include "platform/error.h"
@@ -131,6 +132,8 @@ void Like(sqlite3_context* context, int, sqlite3_value** arguments) {
 }
 
 int CompareCase(void*, int lengthA, const void* a, int lengthB, const void* b) {
+  // Sorting compares like with like most of the time.
+  if (lengthA == lengthB && std::memcmp(a, b, static_cast<std::size_t>(lengthA)) == 0) return 0;
   const std::string_view textA(static_cast<const char*>(a), static_cast<std::size_t>(lengthA));
   const std::string_view textB(static_cast<const char*>(b), static_cast<std::size_t>(lengthB));
   return shell::CompareIgnoringCase(textA, textB);

@@ -24,12 +24,15 @@ std::int64_t ReadNumber(Connection& connection, const std::string& sql) {
   return statement->Step() ? statement->Integer(0) : 0;
 }
 
-std::string_view ColumnType(AttrType type) { return type == AttrType::Integer ? "INTEGER" : "TEXT"; }
+std::string_view ColumnType(AttrType type) {
+  return type == AttrType::Integer ? "INTEGER" : "TEXT";
+}
 
 // The column of a site's own attribute has no type of its own: its attribute may change type, and what was stored under
 // the old one must stay to the letter.
 std::string ColumnDefinition(const StoreAttribute& attribute) {
-  return attribute.IsSiteOwn() ? attribute.Column() : fmt::format("{} {}", attribute.Column(), ColumnType(attribute.Type()));
+  return attribute.IsSiteOwn() ? attribute.Column()
+                               : fmt::format("{} {}", attribute.Column(), ColumnType(attribute.Type()));
 }
 
 // Long texts go last, so that reading the other columns of a row does not walk through them.
@@ -75,25 +78,29 @@ class LayoutBuilder {
   void Complete() {
     for (const auto& entity : schema_.AllEntities()) CompleteEntity(*entity);
     for (const auto& relation : schema_.Relations()) {
-      connection_.Execute(fmt::format("CREATE TABLE IF NOT EXISTS {0} (\"FromID\" INTEGER NOT NULL, \"ToID\" INTEGER NOT "
-                                      "NULL, PRIMARY KEY (\"FromID\", \"ToID\")) WITHOUT ROWID",
-                                      relation->Table()));
+      connection_.Execute(
+          fmt::format("CREATE TABLE IF NOT EXISTS {0} (\"FromID\" INTEGER NOT NULL, \"ToID\" INTEGER NOT "
+                      "NULL, PRIMARY KEY (\"FromID\", \"ToID\")) WITHOUT ROWID",
+                      relation->Table()));
       connection_.Execute(fmt::format("CREATE INDEX IF NOT EXISTS {} ON {} (\"ToID\", \"FromID\")",
                                       QuoteIdentifier("Vek" + relation->Name() + "Back"), relation->Table()));
     }
   }
 
   void CreateServiceTables() {
-    connection_.Execute(fmt::format("CREATE TABLE \"{}\" (Entity TEXT NOT NULL, Name TEXT NOT NULL, Type TEXT NOT NULL, "
-                                    "PRIMARY KEY (Entity, Name))",
-                                    attributeTable));
-    connection_.Execute(fmt::format("CREATE TABLE \"{}\" (CommandID INTEGER PRIMARY KEY AUTOINCREMENT, At TEXT NOT NULL, "
-                                    "UserName TEXT NOT NULL, Command TEXT NOT NULL)",
-                                    journalCommandTable));
-    connection_.Execute(fmt::format("CREATE TABLE \"{}\" (EntryID INTEGER PRIMARY KEY, CommandID INTEGER NOT "
-                                    "NULL, Action TEXT NOT NULL, Object TEXT NOT NULL, Other TEXT NOT NULL, "
-                                    "Changes TEXT NOT NULL)",
-                                    journalTable));
+    connection_.Execute(
+        fmt::format("CREATE TABLE \"{}\" (Entity TEXT NOT NULL, Name TEXT NOT NULL, Type TEXT NOT NULL, "
+                    "PRIMARY KEY (Entity, Name))",
+                    attributeTable));
+    connection_.Execute(
+        fmt::format("CREATE TABLE \"{}\" (CommandID INTEGER PRIMARY KEY AUTOINCREMENT, At TEXT NOT NULL, "
+                    "UserName TEXT NOT NULL, Command TEXT NOT NULL)",
+                    journalCommandTable));
+    connection_.Execute(
+        fmt::format("CREATE TABLE \"{}\" (EntryID INTEGER PRIMARY KEY, CommandID INTEGER NOT "
+                    "NULL, Action TEXT NOT NULL, Object TEXT NOT NULL, Other TEXT NOT NULL, "
+                    "Changes TEXT NOT NULL)",
+                    journalTable));
   }
 
  private:
@@ -111,8 +118,9 @@ class LayoutBuilder {
       connection_.Execute(fmt::format("CREATE {}INDEX {} ON {} (\"Name\")", entity.UniqueNames() ? "UNIQUE " : "",
                                       QuoteIdentifier("Vek" + entity.Name() + "Name"), entity.Table()));
       if (entity.FindAttr("Program") != nullptr) {
-        connection_.Execute(fmt::format("CREATE INDEX {} ON {} (\"Program\", \"FileName\")",
-                                        QuoteIdentifier("Vek" + entity.Name() + "Program"), entity.Table()));
+        connection_.Execute(
+            fmt::format("CREATE INDEX {} ON {} (\"Program\", \"FileName\") WHERE \"Program\" IS NOT NULL",
+                        QuoteIdentifier("Vek" + entity.Name() + "Program"), entity.Table()));
       }
     }
     for (const auto& attribute : entity.Attributes()) {
@@ -147,15 +155,17 @@ class LayoutBuilder {
   void ConvertColumn(const StoreEntity& entity, const StoreAttribute& attribute) {
     const auto& column = attribute.Column();
     if (attribute.Type() == AttrType::Integer) {
-      connection_.Execute(fmt::format("UPDATE {0} SET {1} = CAST({1} AS INTEGER) WHERE {1} = CAST(CAST({1} AS INTEGER) AS "
-                                      "TEXT)",
-                                      entity.Table(), column));
+      connection_.Execute(
+          fmt::format("UPDATE {0} SET {1} = CAST({1} AS INTEGER) WHERE {1} = CAST(CAST({1} AS INTEGER) AS "
+                      "TEXT)",
+                      entity.Table(), column));
     } else {
-      connection_.Execute(fmt::format("UPDATE {0} SET {1} = CAST({1} AS TEXT) WHERE {1} IS NOT NULL", entity.Table(), column));
+      connection_.Execute(
+          fmt::format("UPDATE {0} SET {1} = CAST({1} AS TEXT) WHERE {1} IS NOT NULL", entity.Table(), column));
     }
     if (attribute.Type() == AttrType::Boolean) {
-      connection_.Execute(fmt::format("UPDATE {0} SET {1} = lower({1}) WHERE lower({1}) IN ('true', 'false')",
-                                      entity.Table(), column));
+      connection_.Execute(
+          fmt::format("UPDATE {0} SET {1} = lower({1}) WHERE lower({1}) IN ('true', 'false')", entity.Table(), column));
     }
   }
 
@@ -164,6 +174,18 @@ class LayoutBuilder {
   std::map<std::string, std::map<std::string, std::string>> known_;
   std::set<std::string> tables_;
 };
+
+// Does the work in one transaction, which a failure undoes.
+void Within(Connection& connection, const std::string& begin, const std::function<void()>& work) {
+  connection.Execute(begin);
+  try {
+    work();
+    connection.Execute("COMMIT");
+  } catch (...) {
+    if (connection.InTransaction()) connection.Execute("ROLLBACK");
+    throw;
+  }
+}
 
 enum class FileState { Empty, Foreign, Store };
 
@@ -185,9 +207,10 @@ void CheckState(Connection& connection, std::int64_t newest) {
                             connection.Name(), version));
   }
   if (version > newest) {
-    throw Error(fmt::format("\"{}\" was written by a newer version of QMRules (store version {}; this one reads up to {}). "
-                            "Install the newer version to open it.",
-                            connection.Name(), version, newest));
+    throw Error(
+        fmt::format("\"{}\" was written by a newer version of QMRules (store version {}; this one reads up to {}). "
+                    "Install the newer version to open it.",
+                    connection.Name(), version, newest));
   }
 }
 
@@ -210,24 +233,21 @@ void Prepare(Connection& connection, const StoreSchema& schema, std::span<const 
 
 }  // namespace
 
-std::span<const Migration> StoreMigrations() { return {}; }
+std::span<const Migration> StoreMigrations() {
+  return {};
+}
 
 void PrepareLayout(Connection& connection, const StoreSchema& schema, std::span<const Migration> migrations) {
   const std::int64_t newest = StoreVersion(migrations.size());
-  CheckState(connection, newest);
+  // Another process may be making the store right now: what is looked at together has to be of one moment.
+  Within(connection, "BEGIN", [&] { CheckState(connection, newest); });
   connection.TakeOver();
-  if (StateOf(connection) == FileState::Store && ReadNumber(connection, "PRAGMA user_version") == newest &&
-      LayoutBuilder(connection, schema).IsComplete()) {
-    return;
-  }
-  connection.Execute("BEGIN IMMEDIATE");
-  try {
-    Prepare(connection, schema, migrations);
-    connection.Execute("COMMIT");
-  } catch (...) {
-    if (connection.InTransaction()) connection.Execute("ROLLBACK");
-    throw;
-  }
+  bool isComplete = false;
+  Within(connection, "BEGIN", [&] {
+    isComplete = StateOf(connection) == FileState::Store && ReadNumber(connection, "PRAGMA user_version") == newest &&
+                 LayoutBuilder(connection, schema).IsComplete();
+  });
+  if (!isComplete) Within(connection, "BEGIN IMMEDIATE", [&] { Prepare(connection, schema, migrations); });
 }
 
 }  // namespace qmrules::workbench::repository

@@ -80,10 +80,7 @@ std::size_t StoreEntity::PlaceOf(std::string_view name) const {
 
 StoreRelation::StoreRelation(Traits traits, const StoreEntity& from, const StoreEntity& to)
     : traits_(std::move(traits)), from_(from), to_(to), table_(QuoteIdentifier("Vek" + traits_.name + "Tbl")) {
-  insert_ = fmt::format(
-      "INSERT INTO {} (\"FromID\", \"ToID\") SELECT f.\"ObjectID\", t.\"ObjectID\" FROM {} f, {} t "
-      "WHERE f.\"ObjectID\" = ? AND t.\"ObjectID\" = ? ON CONFLICT DO NOTHING",
-      table_, from_.Table(), to_.Table());
+  insert_ = fmt::format("INSERT INTO {} (\"FromID\", \"ToID\") VALUES (?, ?) ON CONFLICT DO NOTHING", table_);
   remove_ = fmt::format("DELETE FROM {} WHERE \"FromID\" = ? AND \"ToID\" = ?", table_);
 }
 

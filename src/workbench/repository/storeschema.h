@@ -99,8 +99,7 @@ class StoreRelation final : public platform::RelationDef {
   OwningEnd Owner() const { return traits_.owner; }
   // The table of links, quoted for SQL; its columns are FromID and ToID.
   const std::string& Table() const { return table_; }
-  // Statements that make and remove the link from object ? to object ?. The first changes no row when an object is
-  // missing, too.
+  // Statements that make and remove the link from object ? to object ?.
   const std::string& InsertStatement() const { return insert_; }
   const std::string& RemoveStatement() const { return remove_; }
   // True when the name is one of the relation's two, in any case.

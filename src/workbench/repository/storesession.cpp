@@ -90,6 +90,7 @@ void StoreSession::EnterTransaction() {
   if (transactions_ == 0) {
     PutWalksAside();
     connection_->Execute("BEGIN IMMEDIATE");
+    standing_.Clear();
     abandoned_ = false;
   }
   ++transactions_;
@@ -113,6 +114,7 @@ void StoreSession::CommitTransaction() {
     throw;
   }
   --transactions_;
+  standing_.Clear();
   journal_.AfterCommit();
 }
 
@@ -123,6 +125,7 @@ void StoreSession::LeaveTransaction() {
     return;
   }
   PutWalksAside();
+  standing_.Clear();
   UndoAfterFailure(*connection_, "ROLLBACK");
   journal_.AfterRollback();
 }
@@ -159,6 +162,7 @@ WriteScope::~WriteScope() {
   if (means_ == Means::None) return;
   // Observers may have begun walks that read what is now undone.
   session_.PutWalksAside();
+  session_.standing_.Clear();
   if (means_ == Means::Savepoint) {
     UndoAfterFailure(*session_.connection_, "ROLLBACK TO writing; RELEASE writing");
     session_.journal_.AfterPartialRollback(commandRow_);
@@ -181,7 +185,9 @@ void WriteScope::Complete() {
   }
   open_ = false;
   --session_.transactions_;
-  if (means_ == Means::Transaction) session_.journal_.AfterCommit();
+  if (means_ != Means::Transaction) return;
+  session_.standing_.Clear();
+  session_.journal_.AfterCommit();
 }
 
 }  // namespace qmrules::workbench::repository

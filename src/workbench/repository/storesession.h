@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -46,6 +48,26 @@ class RowWalk {
   virtual void BeforeWrite() noexcept = 0;
 };
 
+// The last few objects that were seen to stand in the transaction that is open. It keeps other processes from writing,
+// so they stand until an object is deleted or something is undone.
+class StandingObjects {
+ public:
+  bool Has(const StoreEntity& entity, std::int32_t id) const {
+    return std::find(objects_.begin(), objects_.end(), Standing{&entity, id}) != objects_.end();
+  }
+  void Add(const StoreEntity& entity, std::int32_t id) { objects_[next_++ % objects_.size()] = {&entity, id}; }
+  void Clear() { objects_.fill({}); }
+
+ private:
+  struct Standing {
+    const StoreEntity* entity = nullptr;
+    std::int32_t id = 0;
+    friend bool operator==(const Standing&, const Standing&) = default;
+  };
+  std::array<Standing, 16> objects_ = {};
+  std::size_t next_ = 0;
+};
+
 struct StoreEvents {
   platform::Event<std::string> objectAdded;
   platform::Event<std::string> objectDeleted;
@@ -77,6 +99,7 @@ class StoreSession {
   std::uint64_t Writes() const { return writes_; }
 
   CommandJournal& Journal() { return journal_; }
+  StandingObjects& Standing() { return standing_; }
 
   // Nesting of transactions and commands; see Store.
   void EnterTransaction();
@@ -102,6 +125,7 @@ class StoreSession {
   std::vector<RowWalk*> walks_;
   StoreEvents events_;
   CommandJournal journal_;
+  StandingObjects standing_;
   std::uint64_t writes_ = 0;
   int transactions_ = 0;
   bool abandoned_ = false;  // an inner transaction was not committed: the outer one, or the call around it, must not be

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/error.h"
+#include "support/errortext.h"
 
 namespace qmrules::platform {
 namespace {
@@ -12,15 +12,7 @@ constexpr std::string_view format =
     "<DataElements CAPTION=\"I/O Data Element\"><Name CAPTION=\"Name\"/><Kind CAPTION=\"Kind\"/></DataElements>"
     "</LCRecordFormat>";
 
-template <class Call>
-std::string ErrorOf(Call call) {
-  try {
-    call();
-  } catch (const Error& error) {
-    return error.what();
-  }
-  return "no error";
-}
+using test::ErrorText;
 
 class MemoryReportTest : public testing::Test {
  protected:
@@ -93,19 +85,20 @@ TEST_F(MemoryReportTest, ARecordThatIsNotUpdatedIsDropped) {
 }
 
 TEST_F(MemoryReportTest, MisuseIsRefusedWithAText) {
-  EXPECT_EQ(ErrorOf([&] { report->Update(); }), "A report record is finished before it was begun.");
-  EXPECT_EQ(ErrorOf([&] { report->Field("Valid"); }), "The report field \"Valid\" is set outside of a record.");
+  EXPECT_EQ(ErrorText([&] { report->Update(); }), "A report record is finished before it was begun.");
+  EXPECT_EQ(ErrorText([&] { report->Field("Valid"); }), "The report field \"Valid\" is set outside of a record.");
   report->AddNew();
-  EXPECT_EQ(ErrorOf([&] { report->Field("Gone"); }), "The report has no field \"Gone\".");
-  EXPECT_EQ(ErrorOf([&] { report->Field("DataElements").SetText("x"); }),
+  EXPECT_EQ(ErrorText([&] { report->Field("Gone"); }), "The report has no field \"Gone\".");
+  EXPECT_EQ(ErrorText([&] { report->Field("DataElements").SetText("x"); }),
             "The report field \"DataElements\" holds records, no text.");
-  EXPECT_EQ(ErrorOf([&] { report->Field("Valid").Records(); }), "The report field \"Valid\" holds a text, no records.");
+  EXPECT_EQ(ErrorText([&] { report->Field("Valid").Records(); }),
+            "The report field \"Valid\" holds a text, no records.");
 }
 
 TEST_F(MemoryReportTest, AShownReportTakesNoMore) {
   report->Show();
   EXPECT_TRUE(content.shown);
-  EXPECT_EQ(ErrorOf([&] { report->AddNew(); }),
+  EXPECT_EQ(ErrorText([&] { report->AddNew(); }),
             "The report \"Business Rule Report\" is shown already and takes no more.");
 }
 
@@ -118,7 +111,7 @@ TEST_F(MemoryReportTest, TheContentOutlivesTheReport) {
 
 TEST(MemoryReportFactory, AnotherRootIsRefused) {
   MemoryReportFactory factory;
-  EXPECT_EQ(ErrorOf([&] { factory.NewReport("<Format/>", "Report"); }),
+  EXPECT_EQ(ErrorText([&] { factory.NewReport("<Format/>", "Report"); }),
             "A report record format begins with LCRecordFormat, not with Format.");
   EXPECT_THROW(factory.NewReport("<LCRecordFormat>", "Report"), Error);
   EXPECT_TRUE(factory.Reports().empty());

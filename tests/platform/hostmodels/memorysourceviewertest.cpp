@@ -2,20 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/error.h"
+#include "support/errortext.h"
 
 namespace qmrules::platform {
 namespace {
 
-template <class Call>
-std::string ErrorOf(Call call) {
-  try {
-    call();
-  } catch (const Error& error) {
-    return error.what();
-  }
-  return "no error";
-}
+using test::ErrorText;
 
 class MemorySourceViewerTest : public testing::Test {
  protected:
@@ -47,7 +39,7 @@ TEST_F(MemorySourceViewerTest, AnotherFileBeginsAtRowOne) {
 }
 
 TEST_F(MemorySourceViewerTest, AnUnknownFileIsRefusedByName) {
-  EXPECT_EQ(ErrorOf([&] { viewer.OpenFile("PBGONE.cbl"); }), "PBGONE.cbl: the current program has no such file.");
+  EXPECT_EQ(ErrorText([&] { viewer.OpenFile("PBGONE.cbl"); }), "PBGONE.cbl: the current program has no such file.");
   EXPECT_EQ(viewer.CurFile()->FileName, "PBRATE.cbl");
 }
 
@@ -80,9 +72,9 @@ TEST_F(MemorySourceViewerTest, MovingTheCaretDropsTheSelection) {
 }
 
 TEST_F(MemorySourceViewerTest, RowsBelowTheFirstAreRefused) {
-  EXPECT_EQ(ErrorOf([&] { viewer.SetRow(0); }), "PBRATE.cbl: there is no row 0; rows count from 1.");
+  EXPECT_EQ(ErrorText([&] { viewer.SetRow(0); }), "PBRATE.cbl: there is no row 0; rows count from 1.");
   viewer.SetRow(2);
-  EXPECT_EQ(ErrorOf([&] { viewer.SetSelectedRowsCount(-3); }), "PBRATE.cbl: there is no row 0; rows count from 1.");
+  EXPECT_EQ(ErrorText([&] { viewer.SetSelectedRowsCount(-3); }), "PBRATE.cbl: there is no row 0; rows count from 1.");
   EXPECT_NO_THROW(viewer.SetSelectedRowsCount(-2));
 }
 
@@ -91,7 +83,7 @@ TEST_F(MemorySourceViewerTest, ASelectedPieceOfTextHasItsColumn) {
   EXPECT_EQ(viewer.Selected()->FromCol, 12);
   EXPECT_EQ(viewer.Selected()->ToRow, 6);
   EXPECT_EQ(viewer.SelectedRowsCount(), 0);
-  EXPECT_EQ(ErrorOf([&] { viewer.SelectText({4, 1, 3}); }), "A selection ends at its first row or below it.");
+  EXPECT_EQ(ErrorText([&] { viewer.SelectText({4, 1, 3}); }), "A selection ends at its first row or below it.");
 }
 
 TEST_F(MemorySourceViewerTest, MarksAreKeptUntilTheyAreCleared) {
@@ -118,8 +110,8 @@ TEST_F(MemorySourceViewerTest, WithoutAFileThereIsNothingToSelect) {
   EXPECT_FALSE(viewer.Selected());
   EXPECT_EQ(viewer.Row(), 0);
   EXPECT_NO_THROW(viewer.SetSelectedRowsCount(0));
-  EXPECT_EQ(ErrorOf([&] { viewer.SetRow(1); }), "No source file is on view.");
-  EXPECT_EQ(ErrorOf([&] { viewer.SetSelectedRowsCount(1); }), "No source file is on view.");
+  EXPECT_EQ(ErrorText([&] { viewer.SetRow(1); }), "No source file is on view.");
+  EXPECT_EQ(ErrorText([&] { viewer.SetSelectedRowsCount(1); }), "No source file is on view.");
 }
 
 }  // namespace

@@ -11,13 +11,13 @@ namespace qmrules::platform {
 namespace {
 
 template <class Call>
-std::string LogicErrorOf(Call call) {
+std::string LogicErrorText(Call call) {
   try {
     call();
   } catch (const std::logic_error& error) {
     return error.what();
   }
-  return "no error";
+  return "(no error)";
 }
 
 TEST(ScriptedDialogs, GivesItsAnswersInTheirOrder) {
@@ -48,16 +48,16 @@ TEST(ScriptedDialogs, ADialogBehindTheScriptsEndIsNamed) {
   ScriptedDialogs dialogs;
   widgets::Form form("frmRule");
   widgets::Menu menu("mnuPopup");
-  EXPECT_EQ(LogicErrorOf([&] { dialogs.MessageBox("Sure?", "Rules", MessageStyle::Question); }),
+  EXPECT_EQ(LogicErrorText([&] { dialogs.MessageBox("Sure?", "Rules", MessageStyle::Question); }),
             "unexpected message box \"Sure?\": the script is at its end");
-  EXPECT_EQ(LogicErrorOf([&] { form.Show(dialogs); }), "unexpected form \"frmRule\": the script is at its end");
+  EXPECT_EQ(LogicErrorText([&] { form.Show(dialogs); }), "unexpected form \"frmRule\": the script is at its end");
   EXPECT_FALSE(form.Visible());
-  EXPECT_EQ(LogicErrorOf([&] { dialogs.PopupMenu(menu); }), "unexpected menu \"mnuPopup\": the script is at its end");
-  EXPECT_EQ(LogicErrorOf([&] {
+  EXPECT_EQ(LogicErrorText([&] { dialogs.PopupMenu(menu); }), "unexpected menu \"mnuPopup\": the script is at its end");
+  EXPECT_EQ(LogicErrorText([&] {
               dialogs.PickFileToOpen({"Import Rules", {}, {}, {}});
             }),
             "unexpected file to open \"Import Rules\": the script is at its end");
-  EXPECT_EQ(LogicErrorOf([&] {
+  EXPECT_EQ(LogicErrorText([&] {
               dialogs.PickFileToSave({"Export Rules", {}, {}, {}});
             }),
             "unexpected file to save \"Export Rules\": the script is at its end");
@@ -67,9 +67,9 @@ TEST(ScriptedDialogs, AnotherDialogThanTheScriptsIsNamed) {
   ScriptedDialogs dialogs;
   dialogs.ExpectForm("frmRule", [](widgets::Form&) { FAIL(); });
   widgets::Form form("frmRuleSet");
-  EXPECT_EQ(LogicErrorOf([&] { form.Show(dialogs); }),
+  EXPECT_EQ(LogicErrorText([&] { form.Show(dialogs); }),
             "unexpected form \"frmRuleSet\": the script has another dialog here");
-  EXPECT_EQ(LogicErrorOf([&] { dialogs.MessageBox("Sure?", "Rules", MessageStyle::Question); }),
+  EXPECT_EQ(LogicErrorText([&] { dialogs.MessageBox("Sure?", "Rules", MessageStyle::Question); }),
             "unexpected message box \"Sure?\": the script has another dialog here");
   EXPECT_EQ(dialogs.Remaining(), 1U);
 }
@@ -77,14 +77,14 @@ TEST(ScriptedDialogs, AnotherDialogThanTheScriptsIsNamed) {
 TEST(ScriptedDialogs, AMessageOfAnotherTextIsNamed) {
   ScriptedDialogs dialogs;
   dialogs.ExpectMessage(MessageAnswer::Yes, "Continue?");
-  EXPECT_EQ(LogicErrorOf([&] { dialogs.MessageBox("Stop?", "Rules", MessageStyle::Question); }),
+  EXPECT_EQ(LogicErrorText([&] { dialogs.MessageBox("Stop?", "Rules", MessageStyle::Question); }),
             "unexpected message box \"Stop?\": the script has another dialog here");
 }
 
 TEST(ScriptedDialogs, AnAnswerThatTheStyleDoesNotOfferIsRefused) {
   ScriptedDialogs dialogs;
   dialogs.ExpectMessage(MessageAnswer::Yes);
-  EXPECT_EQ(LogicErrorOf([&] { dialogs.MessageBox("Done.", "Rules", MessageStyle::Information); }),
+  EXPECT_EQ(LogicErrorText([&] { dialogs.MessageBox("Done.", "Rules", MessageStyle::Information); }),
             "the message box \"Done.\" does not offer the answer of the script");
 }
 
@@ -92,7 +92,7 @@ TEST(ScriptedDialogs, AFormThatTheScriptLeavesShownIsNamed) {
   ScriptedDialogs dialogs;
   dialogs.ExpectForm("frmRule", [](widgets::Form& form) { EXPECT_TRUE(form.Visible()); });
   widgets::Form form("frmRule");
-  EXPECT_EQ(LogicErrorOf([&] { form.Show(dialogs); }), "the script leaves the form \"frmRule\" shown");
+  EXPECT_EQ(LogicErrorText([&] { form.Show(dialogs); }), "the script leaves the form \"frmRule\" shown");
   EXPECT_FALSE(form.Visible());
 }
 

@@ -2,21 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/error.h"
 #include "platform/memorysourceviewer.h"
+#include "support/errortext.h"
 
 namespace qmrules::platform {
 namespace {
 
-template <class Call>
-std::string ErrorOf(Call call) {
-  try {
-    call();
-  } catch (const Error& error) {
-    return error.what();
-  }
-  return "no error";
-}
+using test::ErrorText;
 
 class SourceViewerComponentTest : public testing::Test {
  protected:
@@ -62,7 +54,7 @@ TEST_F(SourceViewerComponentTest, ASegmentIsMarkedByProgramAndRows) {
 
 TEST_F(SourceViewerComponentTest, MalformedSegmentsAreRefused) {
   for (const char* argument : {"COBOL#12", "COBOL#12:1", ":1:2", "COBOL#12:a:2", "COBOL#12:1:", "COBOL#12:-1:2"}) {
-    EXPECT_EQ(ErrorOf([&] { component.MethodCall("CheckSegment", argument); }),
+    EXPECT_EQ(ErrorText([&] { component.MethodCall("CheckSegment", argument); }),
               "\"" + std::string(argument) + "\" is not a segment such as \"COBOL#12:100:120\".");
   }
   EXPECT_TRUE(viewer.Marks().empty());
@@ -74,18 +66,18 @@ TEST_F(SourceViewerComponentTest, GoesToARowOrToARowAndColumn) {
   component.MethodCall("GoTo", "copy:a.cpy:21:8");
   EXPECT_EQ(viewer.CurFile()->FileName, "copy:a.cpy");
   EXPECT_EQ(viewer.Row(), 21);
-  EXPECT_EQ(ErrorOf([&] { component.MethodCall("GoTo", "PBRATE.cbl"); }),
+  EXPECT_EQ(ErrorText([&] { component.MethodCall("GoTo", "PBRATE.cbl"); }),
             "\"PBRATE.cbl\" is not a position such as \"PAYROLL.CBL:100:12\".");
 }
 
 TEST_F(SourceViewerComponentTest, ValuesThatAreNoRowsAreRefused) {
-  EXPECT_EQ(ErrorOf([&] { component.PropertyLet("Row", "ten"); }), "\"ten\" is not a whole number.");
-  EXPECT_EQ(ErrorOf([&] { component.PropertyLet("Row", std::int64_t{5000000000}); }),
+  EXPECT_EQ(ErrorText([&] { component.PropertyLet("Row", "ten"); }), "\"ten\" is not a whole number.");
+  EXPECT_EQ(ErrorText([&] { component.PropertyLet("Row", std::int64_t{5000000000}); }),
             "5000000000 is out of range for Row.");
 }
 
 TEST_F(SourceViewerComponentTest, AnUnknownMethodIsRefused) {
-  EXPECT_EQ(ErrorOf([&] { component.MethodCall("Print", ""); }), "The source viewer has no method \"Print\".");
+  EXPECT_EQ(ErrorText([&] { component.MethodCall("Print", ""); }), "The source viewer has no method \"Print\".");
 }
 
 }  // namespace

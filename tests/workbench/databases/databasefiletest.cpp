@@ -5,7 +5,7 @@
 #include <filesystem>
 
 #include "support/temporaryfolder.h"
-#include "workbench/errortext.h"
+#include "support/errortext.h"
 
 namespace qmrules::workbench {
 namespace {

@@ -8,7 +8,7 @@
 
 #include "support/temporaryfolder.h"
 #include "workbench/databases/databasefile.h"
-#include "workbench/errortext.h"
+#include "support/errortext.h"
 
 namespace qmrules::workbench {
 namespace {

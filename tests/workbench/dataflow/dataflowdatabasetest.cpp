@@ -4,7 +4,7 @@
 
 #include "support/temporaryfolder.h"
 #include "workbench/databases/sqlitedatabase.h"
-#include "workbench/errortext.h"
+#include "support/errortext.h"
 
 namespace qmrules::workbench {
 namespace {

@@ -6,7 +6,7 @@
 #include <stdexcept>
 
 #include "support/temporaryfolder.h"
-#include "workbench/errortext.h"
+#include "support/errortext.h"
 
 namespace qmrules::workbench {
 namespace {

@@ -4,7 +4,7 @@
 
 #include "platform/objectkey.h"
 #include "support/teststore.h"
-#include "workbench/errortext.h"
+#include "support/errortext.h"
 #include "workbench/repository/fetchrows.h"
 
 namespace qmrules::test {

@@ -7,7 +7,7 @@
 
 #include "platform/fetch.h"
 #include "support/teststore.h"
-#include "workbench/errortext.h"
+#include "support/errortext.h"
 #include "workbench/repository/fetchrows.h"
 
 namespace qmrules::test {

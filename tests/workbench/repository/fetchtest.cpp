@@ -5,7 +5,7 @@
 #include <numeric>
 
 #include "support/teststore.h"
-#include "workbench/errortext.h"
+#include "support/errortext.h"
 #include "workbench/repository/fetchrows.h"
 
 namespace qmrules::test {

@@ -10,7 +10,7 @@
 #include "platform/error.h"
 #include "platform/objectkey.h"
 #include "support/teststore.h"
-#include "workbench/errortext.h"
+#include "support/errortext.h"
 #include "workbench/repository/fetchrows.h"
 #include "workbench/repository/storecontent.h"
 
@@ -221,7 +221,6 @@ TEST_F(Journal, EntriesOfCommandsFollowInTheOrderOfTheirWriting) {
 struct Content {
   std::map<std::string, std::map<std::string, std::string>> objects;
   std::set<std::string> links;
-  friend bool operator==(const Content&, const Content&) = default;
 };
 
 Content ContentOf(TestStore& store) {

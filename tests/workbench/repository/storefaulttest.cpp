@@ -9,7 +9,7 @@
 #include "platform/objectkey.h"
 #include "support/faultyconnection.h"
 #include "support/teststore.h"
-#include "workbench/errortext.h"
+#include "support/errortext.h"
 #include "workbench/repository/sqliteconnection.h"
 #include "workbench/repository/store.h"
 #include "workbench/repository/storecontent.h"

@@ -7,7 +7,7 @@
 #include "platform/error.h"
 #include "support/temporaryfolder.h"
 #include "support/teststore.h"
-#include "workbench/errortext.h"
+#include "support/errortext.h"
 #include "workbench/repository/fetchrows.h"
 #include "workbench/repository/sqliteconnection.h"
 #include "workbench/repository/store.h"

@@ -2,7 +2,7 @@
 
 #include "platform/objectkey.h"
 #include "support/teststore.h"
-#include "workbench/errortext.h"
+#include "support/errortext.h"
 #include "workbench/repository/fetchrows.h"
 
 namespace qmrules::test {
@@ -85,19 +85,22 @@ TEST(StoreObject, AnEmptyNameIsRefused) {
   EXPECT_EQ(store.Get(key, "Name"), Value("S"));
 }
 
-TEST(StoreObject, NaturalNamesAreUniqueWhereTheEntityHasThem) {
+// What the refusal of a taken name says, for the creation of an object and for its change of name.
+void ExpectUniqueNames(const std::string& entity, const std::string& caption) {
   TestStore store;
-  for (const auto& [entity, caption] : {std::pair<std::string, std::string>{"BUSINESSFUNC", "Business Function"},
-                                        {"RULESET", "Rule Set"},
-                                        {"PROJECT", "Project"}}) {
-    const auto first = store.Repository().NewObject(entity, "Taken")->Key();
-    const auto second = store.Repository().NewObject(entity, "taken")->Key();  // another case is another name
-    const std::string text = caption + " \"Taken\" exists already as " + first + "; choose another name.";
-    EXPECT_EQ(ErrorText([&] { store.Repository().NewObject(entity, "Taken"); }), text);
-    EXPECT_EQ(ErrorText([&] { store.Put(second, "Name", "Taken"); }), text);
-    store.Put(first, "Name", "Taken");  // its own name is no other's
-    EXPECT_EQ(store.Get(second, "Name"), Value("taken"));
-  }
+  const auto first = store.Repository().NewObject(entity, "Taken")->Key();
+  const auto second = store.Repository().NewObject(entity, "taken")->Key();  // another case is another name
+  const std::string text = caption + " \"Taken\" exists already as " + first + "; choose another name.";
+  EXPECT_EQ(ErrorText([&] { store.Repository().NewObject(entity, "Taken"); }), text);
+  EXPECT_EQ(ErrorText([&] { store.Put(second, "Name", "Taken"); }), text);
+  store.Put(first, "Name", "Taken");  // its own name is no other's
+  EXPECT_EQ(store.Get(second, "Name"), Value("taken"));
+}
+
+TEST(StoreObject, NaturalNamesAreUniqueWhereTheEntityHasThem) {
+  ExpectUniqueNames("BUSINESSFUNC", "Business Function");
+  ExpectUniqueNames("RULESET", "Rule Set");
+  ExpectUniqueNames("PROJECT", "Project");
 }
 
 TEST(StoreObject, OtherEntitiesShareNames) {

@@ -11,7 +11,7 @@
 #include "platform/error.h"
 #include "platform/objectkey.h"
 #include "support/temporaryfolder.h"
-#include "workbench/errortext.h"
+#include "support/errortext.h"
 #include "workbench/repository/fetchrows.h"
 #include "workbench/repository/sqliteconnection.h"
 #include "workbench/repository/store.h"

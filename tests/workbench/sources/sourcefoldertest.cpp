@@ -7,7 +7,7 @@
 
 #include "platform/encoding.h"
 #include "support/temporaryfolder.h"
-#include "workbench/errortext.h"
+#include "support/errortext.h"
 
 namespace qmrules::workbench {
 namespace {

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "workbench/errortext.h"
+#include "support/errortext.h"
 
 namespace qmrules::workbench {
 namespace {

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "support/temporaryfolder.h"
-#include "workbench/errortext.h"
+#include "support/errortext.h"
 
 namespace qmrules::workbench {
 namespace {

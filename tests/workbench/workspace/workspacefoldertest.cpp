@@ -10,7 +10,7 @@
 #include "platform/diskfile.h"
 #include "support/temporaryfolder.h"
 #include "workbench/databases/sqlitedatabase.h"
-#include "workbench/errortext.h"
+#include "support/errortext.h"
 #include "workbench/options/optionsfile.h"
 #include "workbench/repository/store.h"
 

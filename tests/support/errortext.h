@@ -4,17 +4,17 @@
 
 #include "platform/error.h"
 
-namespace qmrules::platform {
+namespace qmrules::test {
 
 // The whole text of the Error that the call throws, or "(no error)".
 template <class Call>
-std::string ErrorText(Call call) {
+std::string ErrorText(const Call& call) {
   try {
     call();
-  } catch (const Error& error) {
+  } catch (const platform::Error& error) {
     return error.what();
   }
   return "(no error)";
 }
 
-}  // namespace qmrules::platform
+}  // namespace qmrules::test
