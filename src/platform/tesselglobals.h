@@ -19,8 +19,8 @@ struct TesselGlobals {
   std::string UnassignedRSName;
   std::string UnassignedRSDescr;
 
-  bool eventsSilenced = false;     // set around a bulk load: the tree is then filled again at the end
-  bool glossaryAvailable = false;  // the host has the glossary component
+  bool eventsSilenced = false;         // set around a bulk load: the tree is then filled again at the end
+  bool glossaryAvailable = false;      // the host has the glossary component
   std::unique_ptr<Database> glossary;  // open while the glossary is available
 };
 

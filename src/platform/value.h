@@ -17,14 +17,16 @@ class Value {
   using Storage = std::variant<std::monostate, bool, std::int64_t, double, std::string, Timestamp>;
 
   Value() = default;
-  Value(bool value) : storage_(value) {}                                   // NOLINT(google-explicit-constructor): a
-  Value(int value) : storage_(static_cast<std::int64_t>(value)) {}         // NOLINT(google-explicit-constructor): put
-  Value(std::int64_t value) : storage_(value) {}                           // NOLINT(google-explicit-constructor): call
-  Value(double value) : storage_(value) {}                                 // NOLINT(google-explicit-constructor): takes
-  Value(std::string value) : storage_(std::move(value)) {}                 // NOLINT(google-explicit-constructor): any
-  Value(std::string_view value) : storage_(std::string(value)) {}          // NOLINT(google-explicit-constructor): of
-  Value(const char* value) : storage_(std::string(value)) {}               // NOLINT(google-explicit-constructor): these
-  Value(Timestamp value) : storage_(value) {}                              // NOLINT(google-explicit-constructor): kinds
+  // Implicit, so that a call that puts an attribute takes its value as it is. NOLINTBEGIN(google-explicit-constructor)
+  Value(bool value) : storage_(value) {}
+  Value(int value) : storage_(static_cast<std::int64_t>(value)) {}
+  Value(std::int64_t value) : storage_(value) {}
+  Value(double value) : storage_(value) {}
+  Value(std::string value) : storage_(std::move(value)) {}
+  Value(std::string_view value) : storage_(std::string(value)) {}
+  Value(const char* value) : storage_(std::string(value)) {}
+  Value(Timestamp value) : storage_(value) {}
+  // NOLINTEND(google-explicit-constructor)
 
   // True for an absent value; an empty text is not absent.
   bool IsAbsent() const { return std::holds_alternative<std::monostate>(storage_); }

@@ -4,8 +4,8 @@
 
 #include <filesystem>
 
-#include "support/temporaryfolder.h"
 #include "support/errortext.h"
+#include "support/temporaryfolder.h"
 
 namespace qmrules::workbench {
 namespace {

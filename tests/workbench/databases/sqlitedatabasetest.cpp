@@ -6,9 +6,9 @@
 #include <utility>
 #include <vector>
 
+#include "support/errortext.h"
 #include "support/temporaryfolder.h"
 #include "workbench/databases/databasefile.h"
-#include "support/errortext.h"
 
 namespace qmrules::workbench {
 namespace {

@@ -5,10 +5,10 @@
 #include <cstdint>
 #include <string>
 
+#include "support/errortext.h"
 #include "support/temporaryfolder.h"
 #include "workbench/databases/databasefile.h"
 #include "workbench/databases/sqlitedatabase.h"
-#include "support/errortext.h"
 
 namespace qmrules::workbench {
 namespace {

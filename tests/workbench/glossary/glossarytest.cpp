@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "support/errortext.h"
 #include "support/temporaryfolder.h"
 #include "workbench/databases/sqlitedatabase.h"
-#include "support/errortext.h"
 
 namespace qmrules::workbench {
 namespace {

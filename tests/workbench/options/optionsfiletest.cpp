@@ -5,8 +5,8 @@
 #include <filesystem>
 #include <stdexcept>
 
-#include "support/temporaryfolder.h"
 #include "support/errortext.h"
+#include "support/temporaryfolder.h"
 
 namespace qmrules::workbench {
 namespace {

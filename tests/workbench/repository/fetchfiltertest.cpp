@@ -6,8 +6,8 @@
 #include <set>
 
 #include "platform/fetch.h"
-#include "support/teststore.h"
 #include "support/errortext.h"
+#include "support/teststore.h"
 #include "workbench/repository/fetchrows.h"
 
 namespace qmrules::test {

@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "platform/objectkey.h"
-#include "support/teststore.h"
 #include "support/errortext.h"
+#include "support/teststore.h"
 #include "workbench/repository/fetchrows.h"
 
 namespace qmrules::test {

@@ -6,8 +6,8 @@
 
 #include "platform/database.h"
 #include "platform/objectkey.h"
-#include "support/teststore.h"
 #include "support/errortext.h"
+#include "support/teststore.h"
 #include "workbench/repository/fetchrows.h"
 #include "workbench/repository/sqliteconnection.h"
 #include "workbench/repository/storecontent.h"

@@ -4,8 +4,8 @@
 
 #include <numeric>
 
-#include "support/teststore.h"
 #include "support/errortext.h"
+#include "support/teststore.h"
 #include "workbench/repository/fetchrows.h"
 
 namespace qmrules::test {

@@ -9,8 +9,8 @@
 #include "platform/database.h"
 #include "platform/error.h"
 #include "platform/objectkey.h"
-#include "support/teststore.h"
 #include "support/errortext.h"
+#include "support/teststore.h"
 #include "workbench/repository/fetchrows.h"
 #include "workbench/repository/storecontent.h"
 

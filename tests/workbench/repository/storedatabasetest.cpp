@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "platform/database.h"
-#include "support/teststore.h"
 #include "support/errortext.h"
+#include "support/teststore.h"
 #include "workbench/repository/fetchrows.h"
 #include "workbench/repository/storecontent.h"
 

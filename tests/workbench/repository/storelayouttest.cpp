@@ -5,9 +5,9 @@
 #include <filesystem>
 
 #include "platform/error.h"
+#include "support/errortext.h"
 #include "support/temporaryfolder.h"
 #include "support/teststore.h"
-#include "support/errortext.h"
 #include "workbench/repository/fetchrows.h"
 #include "workbench/repository/sqliteconnection.h"
 #include "workbench/repository/store.h"

@@ -10,8 +10,8 @@
 
 #include "platform/error.h"
 #include "platform/objectkey.h"
-#include "support/temporaryfolder.h"
 #include "support/errortext.h"
+#include "support/temporaryfolder.h"
 #include "workbench/repository/fetchrows.h"
 #include "workbench/repository/sqliteconnection.h"
 #include "workbench/repository/store.h"

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "platform/objectkey.h"
-#include "support/teststore.h"
 #include "support/errortext.h"
+#include "support/teststore.h"
 #include "workbench/repository/fetchrows.h"
 #include "workbench/repository/storecontent.h"
 

@@ -6,8 +6,8 @@
 #include <string>
 
 #include "platform/encoding.h"
-#include "support/temporaryfolder.h"
 #include "support/errortext.h"
+#include "support/temporaryfolder.h"
 
 namespace qmrules::workbench {
 namespace {

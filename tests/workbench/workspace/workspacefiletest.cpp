@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "support/temporaryfolder.h"
 #include "support/errortext.h"
+#include "support/temporaryfolder.h"
 
 namespace qmrules::workbench {
 namespace {

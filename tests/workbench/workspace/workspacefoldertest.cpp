@@ -8,9 +8,9 @@
 
 #include "platform/clock.h"
 #include "platform/diskfile.h"
+#include "support/errortext.h"
 #include "support/temporaryfolder.h"
 #include "workbench/databases/sqlitedatabase.h"
-#include "support/errortext.h"
 #include "workbench/options/optionsfile.h"
 #include "workbench/repository/store.h"
 
