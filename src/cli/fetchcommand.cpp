@@ -145,6 +145,7 @@ class FetchCommand final : public WorkspaceCommand {
     TextTable table(columns);
     for (; !fetch.Eof(); fetch.MoveNext()) {
       std::vector<std::string> cells;
+      cells.reserve(columns.size());
       for (const auto& column : columns) cells.push_back(fetch.Row().Item(column).Text());
       table.Add(std::move(cells));
     }

@@ -6,6 +6,7 @@
 #include "cli/cli.h"
 #include "cli/commandlist.h"
 #include "cli/controlsession.h"
+#include "cli/output.h"
 #include "cli/workspacecommand.h"
 #include "editing/businessfunctions.h"
 #include "platform/error.h"
@@ -25,6 +26,7 @@ class FunctionCreateCommand final : public WorkspaceCommand {
         ->type_name("")
         ->required();
     app.add_option("--description", description_, "Description")->type_name("TEXT");
+    app.add_flag("--json", json_, kJsonHelp);
   }
 
  protected:
@@ -43,7 +45,7 @@ class FunctionCreateCommand final : public WorkspaceCommand {
       }
     });
     if (!notice.empty()) context.environment.err << "qmrules: " << notice << '\n';
-    context.environment.out << catalogue::MakeKey(catalogue::kBusinessFunction, id) << '\n';
+    PrintKey(context, catalogue::MakeKey(catalogue::kBusinessFunction, id), json_);
     return kDone;
   }
 
@@ -57,6 +59,7 @@ class FunctionCreateCommand final : public WorkspaceCommand {
 
   std::string name_;
   std::optional<std::string> description_;
+  bool json_ = false;
 };
 
 }  // namespace

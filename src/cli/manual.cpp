@@ -107,16 +107,27 @@ std::string RoffCommand(const CommandDescription& command) {
 
 // ---- Markdown
 
+// Text of a table's cell, in which a backslash would take the meaning from the sign behind it.
 std::string Cell(std::string_view text) {
   std::string cell;
-  for (const char character : text) cell += character == '|' ? "\\|" : std::string(1, character);
+  for (const char character : text) {
+    if (character == '|' || character == '\\') cell += '\\';
+    cell += character;
+  }
   return cell;
+}
+
+// The same as code, in which a backslash stands for itself but a bar still ends the cell.
+std::string CodeCell(std::string_view text) {
+  std::string cell = "`";
+  for (const char character : text) cell += character == '|' ? "\\|" : std::string(1, character);
+  return cell + "`";
 }
 
 template <std::size_t Count>
 std::string MarkdownSection(std::string_view title, std::string_view column, const Term (&terms)[Count]) {
   std::string section = fmt::format("## {}\n\n| {} | Meaning |\n|---|---|\n", title, column);
-  for (const Term& term : terms) section += fmt::format("| `{}` | {} |\n", term.term, Cell(term.meaning));
+  for (const Term& term : terms) section += fmt::format("| {} | {} |\n", CodeCell(term.term), Cell(term.meaning));
   return section + "\n";
 }
 
@@ -124,7 +135,7 @@ std::string MarkdownParameters(const CommandDescription& command) {
   std::string rows;
   for (const auto& parameter : command.parameters) {
     if (IsHelp(parameter)) continue;
-    rows += fmt::format("| `{}` | {} |\n", Cell(Heading(parameter)), Cell(parameter.summary));
+    rows += fmt::format("| {} | {} |\n", CodeCell(Heading(parameter)), Cell(parameter.summary));
   }
   return rows.empty() ? rows : "| Argument or option | Meaning |\n|---|---|\n" + rows + "\n";
 }

@@ -31,6 +31,14 @@ void PrintJson(Context& context, const Json& document) {
   context.environment.out << JsonText(document) << '\n';
 }
 
+void PrintKey(Context& context, const std::string& key, bool asJson) {
+  if (asJson) {
+    PrintJson(context, {{"key", key}});
+  } else {
+    context.environment.out << key << '\n';
+  }
+}
+
 Json ToJson(const platform::Value& value) {
   return std::visit(JsonOfValue{}, value.Get());
 }

@@ -22,6 +22,9 @@ std::string JsonText(const Json& document);
 // A value as JSON: null for an absent one, a moment as its text.
 Json ToJson(const platform::Value& value);
 
+// Writes the key of an object that was made, on a line of its own or as {"key": "RULE#12"}.
+void PrintKey(Context& context, const std::string& key, bool asJson);
+
 // Writes the table, its titles in bold on a terminal that may be written so.
 void PrintTable(Context& context, const TextTable& table, const std::string& indent = "");
 

@@ -10,6 +10,7 @@
 #include "cli/commandlist.h"
 #include "cli/controlsession.h"
 #include "cli/objectfinder.h"
+#include "cli/output.h"
 #include "cli/sourcesegment.h"
 #include "cli/workspacecommand.h"
 #include "editing/rules.h"
@@ -38,6 +39,7 @@ class RuleCreateCommand final : public WorkspaceCommand {
     app.add_option("--program", program_, "The program, where the file of the segment holds several")
         ->type_name("NAME");
     app.add_option("--description", description_, "Technical description")->type_name("TEXT");
+    app.add_flag("--json", json_, kJsonHelp);
   }
 
  protected:
@@ -62,7 +64,7 @@ class RuleCreateCommand final : public WorkspaceCommand {
       if (const auto* refused = std::get_if<editing::Refused>(&outcome)) throw platform::Error(refused->notice.text);
       id = std::get<editing::Created>(outcome).id;
     });
-    context.environment.out << catalogue::MakeKey(catalogue::kRule, id) << '\n';
+    PrintKey(context, catalogue::MakeKey(catalogue::kRule, id), json_);
     return kDone;
   }
 
@@ -87,6 +89,7 @@ class RuleCreateCommand final : public WorkspaceCommand {
   std::string segment_;
   std::string program_;
   std::string description_;
+  bool json_ = false;
 };
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include "cli/commandlist.h"
 #include "cli/controlsession.h"
 #include "cli/objectfinder.h"
+#include "cli/output.h"
 #include "cli/workspacecommand.h"
 #include "editing/rulesets.h"
 #include "platform/error.h"
@@ -56,6 +57,7 @@ class RuleSetCreateCommand final : public WorkspaceCommand {
     app.add_option("--after", after_, "The rule set behind which it goes, by name or key; without it, the end")
         ->type_name("KEY");
     app.add_option("--description", description_, "Description")->type_name("TEXT");
+    app.add_flag("--json", json_, kJsonHelp);
   }
 
  protected:
@@ -72,7 +74,7 @@ class RuleSetCreateCommand final : public WorkspaceCommand {
                                                                    .afterRuleSetID = After(finder, functionID)}));
     });
     if (!made.notice.empty()) context.environment.err << "qmrules: " << made.notice << '\n';
-    context.environment.out << catalogue::MakeKey(catalogue::kRuleSet, made.id) << '\n';
+    PrintKey(context, catalogue::MakeKey(catalogue::kRuleSet, made.id), json_);
     return kDone;
   }
 
@@ -101,6 +103,7 @@ class RuleSetCreateCommand final : public WorkspaceCommand {
   std::string function_;
   std::string after_;
   std::optional<std::string> description_;
+  bool json_ = false;
 };
 
 }  // namespace

@@ -71,6 +71,7 @@ void PrintLists(Context& context, const ObjectDetails& details) {
   for (const auto& list : details.lists) {
     if (list.rows.empty()) continue;
     std::vector<std::string> titles;
+    titles.reserve(list.columns.size());
     for (const auto& column : list.columns) titles.push_back(column.second);
     TextTable table(titles);
     for (const auto& row : list.rows) table.Add(row);

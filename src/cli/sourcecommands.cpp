@@ -73,20 +73,21 @@ class SourceAddCommand final : public WorkspaceCommand {
  private:
   std::vector<workbench::ScannedProgram> Scan(Context& context, workbench::EmbeddedHost& host) const {
     std::vector<workbench::ScannedProgram> programs;
-    std::string problems;
+    std::vector<std::string> problems;
     for (const auto& path : paths_) {
       auto found = workbench::ScanSources({.root = host.Folder().SourceFolder(),
                                            .path = AbsolutePath(context.environment, path),
                                            .encoding = host.Folder().SourceEncoding(),
                                            .limits = {}});
-      for (const auto& [file, text] : found.problems) problems += fmt::format("{}: {}\n", file, text);
+      for (const auto& [file, text] : found.problems) problems.push_back(fmt::format("{}: {}", file, text));
       std::ranges::move(found.programs, std::back_inserter(programs));
     }
     if (problems.empty()) return programs;
     if (!skip_) {
-      throw platform::Error(problems + "Nothing was registered; --skip leaves such files out and takes the others.");
+      throw platform::Error(fmt::format(
+          "{}\nNothing was registered; --skip leaves such files out and takes the others.", fmt::join(problems, "\n")));
     }
-    context.environment.err << problems;
+    for (const auto& problem : problems) context.environment.err << "qmrules: " << problem << '\n';
     return programs;
   }
 

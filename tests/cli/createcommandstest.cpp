@@ -19,6 +19,22 @@ TEST_F(FunctionCreate, PrintsTheKeyAndStoresTheDescription) {
   EXPECT_EQ(Description("Billing"), "All of it");
 }
 
+TEST_F(FunctionCreate, PrintsTheKeyAsJson) {
+  EXPECT_EQ(DoJson({"function", "create", "Billing"}), json::parse(R"({"key":"BUSINESSFUNC#1"})"));
+  EXPECT_EQ(DoJson({"ruleset", "create", "Fees", "--function", "Billing"}), json::parse(R"({"key":"RULESET#1"})"));
+  EXPECT_EQ(DoJson({"rule", "create", "Fee", "--ruleset", "Fees"}), json::parse(R"({"key":"RULE#1"})"));
+}
+
+TEST_F(FunctionCreate, TextsMayBeEmptyBeginWithADashOrLookLikeAList) {
+  Do({"function", "create", "A", "--description", ""});
+  Do({"function", "create", "B", "--description", "-5 %"});
+  Do({"function", "create", "--description=[a,b]", "--", "--C"});
+  EXPECT_EQ(Description("A"), "");
+  EXPECT_EQ(Description("B"), "-5 %");
+  EXPECT_EQ(Description("BUSINESSFUNC#3"), "[a,b]");
+  EXPECT_TRUE(Do({"list"}).starts_with("--C  BUSINESSFUNC#3\n"));
+}
+
 TEST_F(FunctionCreate, RefusesATakenName) {
   Do({"function", "create", "Billing"});
   const auto before = Files();
@@ -38,9 +54,9 @@ TEST_F(FunctionCreate, TheDefaultFunctionGetsItsDescriptionFromTheOptions) {
 
 TEST_F(FunctionCreate, TheDefaultFunctionThatStandsIsTakenAsItIs) {
   Do({"function", "create", "Unassigned Business Function", "--description", "Ours"});
-  EXPECT_EQ(Run({"function", "create", "Unassigned Business Function"}),
-            (CliRun{0, "BUSINESSFUNC#1\n",
-                    "qmrules: Unassigned Business Function business function already exists.\n"}));
+  EXPECT_EQ(
+      Run({"function", "create", "Unassigned Business Function"}),
+      (CliRun{0, "BUSINESSFUNC#1\n", "qmrules: Unassigned Business Function business function already exists.\n"}));
   EXPECT_EQ(Description("BUSINESSFUNC#1"), "Ours");
 }
 
@@ -97,8 +113,7 @@ TEST_F(RuleSetCreate, TheDefaultRuleSetThatStandsIsTakenAsItIs) {
   const std::vector<std::string> line{"ruleset", "create", "Unassigned Rule Set", "--function",
                                       "Unassigned Business Function"};
   EXPECT_EQ(Do(line), "RULESET#3\n");
-  EXPECT_EQ(Run(line),
-            (CliRun{0, "RULESET#3\n", "qmrules: Unassigned Rule Set rule set already exists.\n"}));
+  EXPECT_EQ(Run(line), (CliRun{0, "RULESET#3\n", "qmrules: Unassigned Rule Set rule set already exists.\n"}));
   EXPECT_EQ(DoJson({"show", "RULESET#3"})["attributes"]["Description"]["value"],
             "Holds rules that belong to no other rule set.");
 }
@@ -112,10 +127,11 @@ TEST_F(RuleSetCreate, RefusesTheDefaultRuleSetOfAnotherProjectAndLeavesItsDescri
 }
 
 TEST_F(RuleSetCreate, RefusesAPlaceBehindARuleSetOfAnotherFunction) {
-  EXPECT_EQ(Run({"ruleset", "create", "New", "--function", "Claims", "--after", "Lapse"}),
-            (CliRun{1, "",
-                    "qmrules: RULESET#2 is not triggered by BUSINESSFUNC#2; \"qmrules list\" shows the rule sets of each "
-                    "function.\n"}));
+  EXPECT_EQ(
+      Run({"ruleset", "create", "New", "--function", "Claims", "--after", "Lapse"}),
+      (CliRun{1, "",
+              "qmrules: RULESET#2 is not triggered by BUSINESSFUNC#2; \"qmrules list\" shows the rule sets of each "
+              "function.\n"}));
 }
 
 TEST_F(RuleSetCreate, TellsWhenTheFunctionIsNotThere) {
@@ -192,9 +208,9 @@ TEST_F(RuleCreate, RefusesLinesBehindTheEndOfTheFile) {
 TEST_F(RuleCreate, AsksForTheProgramOfAFileWithSeveral) {
   AddSource();
   const std::vector<std::string> line{"rule", "create", "Stop", "--ruleset", "Lapse", "--segment", "cobol/two.cbl:7-7"};
-  EXPECT_EQ(Run(line),
-            (CliRun{1, "",
-                    "qmrules: cobol/two.cbl holds several programs: FIRST, SECOND; name one with --program NAME.\n"}));
+  EXPECT_EQ(
+      Run(line),
+      (CliRun{1, "", "qmrules: cobol/two.cbl holds several programs: FIRST, SECOND; name one with --program NAME.\n"}));
   auto named = line;
   named.insert(named.end(), {"--program", "second"});
   EXPECT_EQ(Do(named), "RULE#3\n");
@@ -206,9 +222,10 @@ TEST_F(RuleCreate, AsksForTheProgramOfAFileWithSeveral) {
 
 TEST_F(RuleCreate, RefusesAFileThatIsNotRegistered) {
   folder_.Write("other.cbl", "       PROGRAM-ID. OTHER.\n");
-  EXPECT_EQ(Run({"rule", "create", "Stop", "--ruleset", "Lapse", "--segment", "other.cbl:1-1"}),
-            (CliRun{1, "",
-                    "qmrules: other.cbl is no source of the project; \"qmrules source add other.cbl\" makes it one.\n"}));
+  EXPECT_EQ(
+      Run({"rule", "create", "Stop", "--ruleset", "Lapse", "--segment", "other.cbl:1-1"}),
+      (CliRun{1, "",
+              "qmrules: other.cbl is no source of the project; \"qmrules source add other.cbl\" makes it one.\n"}));
 }
 
 TEST_F(RuleCreate, RefusesASegmentThatIsTooLong) {
@@ -243,24 +260,27 @@ TEST_F(RuleCreate, ProgramNeedsASegment) {
 
 TEST_F(RuleCreate, GoesBehindTheNamedRule) {
   Do({"rule", "create", "Between", "--ruleset", "Late fees", "--after", "Grace period"});
-  EXPECT_EQ(DoJson({"list"})["functions"][0]["ruleSets"][0]["rules"],
-            json::parse(R"([{"key":"RULE#1","name":"Grace period","seqNo":1},{"key":"RULE#3","name":"Between","seqNo":2},
+  EXPECT_EQ(
+      DoJson({"list"})["functions"][0]["ruleSets"][0]["rules"],
+      json::parse(R"([{"key":"RULE#1","name":"Grace period","seqNo":1},{"key":"RULE#3","name":"Between","seqNo":2},
                             {"key":"RULE#2","name":"Fee","seqNo":3}])"));
 }
 
 TEST_F(RuleCreate, RefusesAPlaceBehindARuleOfAnotherSet) {
-  EXPECT_EQ(Run({"rule", "create", "New", "--ruleset", "Lapse", "--after", "RULE#1"}),
-            (CliRun{1, "",
-                    "qmrules: RULE#1 is no rule of RULESET#2; \"qmrules list\" shows the functions, rule sets and rules "
-                    "with their keys.\n"}));
+  EXPECT_EQ(
+      Run({"rule", "create", "New", "--ruleset", "Lapse", "--after", "RULE#1"}),
+      (CliRun{1, "",
+              "qmrules: RULE#1 is no rule of RULESET#2; \"qmrules list\" shows the functions, rule sets and rules "
+              "with their keys.\n"}));
 }
 
 TEST_F(RuleCreate, ChecksTheFunctionOfTheRuleSet) {
   EXPECT_EQ(Do({"rule", "create", "New", "--ruleset", "Lapse", "--function", "Billing"}), "RULE#3\n");
-  EXPECT_EQ(Run({"rule", "create", "New", "--ruleset", "Lapse", "--function", "Claims"}),
-            (CliRun{1, "",
-                    "qmrules: RULESET#2 is not triggered by BUSINESSFUNC#2; \"qmrules list\" shows the rule sets of each "
-                    "function.\n"}));
+  EXPECT_EQ(
+      Run({"rule", "create", "New", "--ruleset", "Lapse", "--function", "Claims"}),
+      (CliRun{1, "",
+              "qmrules: RULESET#2 is not triggered by BUSINESSFUNC#2; \"qmrules list\" shows the rule sets of each "
+              "function.\n"}));
 }
 
 TEST_F(RuleCreate, RefusesANameOfBlanks) {

@@ -65,10 +65,11 @@ TEST_F(SourceCommands, AddRefusesASecondFileOfTheSameProgramAndRegistersNothing)
   folder_.Write("one/z.cbl", Program("FIRST"));
   folder_.Write("one/b.cbl", Program("SECOND"));
   Do({"source", "add", "old"});
-  EXPECT_EQ(Run({"source", "add", "one"}),
-            (CliRun{1, "",
-                    "qmrules: The program FIRST of one/z.cbl is known already from old/a.cbl; register it under another "
-                    "name with --as NAME.\n"}));
+  EXPECT_EQ(
+      Run({"source", "add", "one"}),
+      (CliRun{1, "",
+              "qmrules: The program FIRST of one/z.cbl is known already from old/a.cbl; register it under another "
+              "name with --as NAME.\n"}));
   EXPECT_EQ(DoJson({"source", "list"}).size(), 1U);
   EXPECT_EQ(DoJson({"source", "add", "one/z.cbl", "--as", "first-new"})[0]["name"], "FIRST-NEW");
 }
@@ -85,10 +86,11 @@ TEST_F(SourceCommands, AddRefusesABinaryFileAndRegistersNothing) {
   folder_.Write("cobol/a.cbl", Program("FIRST"));
   folder_.Write("cobol/picture.cbl", std::string("\x89PNG\0\0\0\x0D", 8));
   const auto before = Files();
-  EXPECT_EQ(Run({"source", "add", "cobol"}),
-            (CliRun{1, "",
-                    "qmrules: cobol/picture.cbl: this is no text file\nNothing was registered; --skip leaves such files "
-                    "out and takes the others.\n"}));
+  EXPECT_EQ(
+      Run({"source", "add", "cobol"}),
+      (CliRun{1, "",
+              "qmrules: cobol/picture.cbl: this is no text file\nNothing was registered; --skip leaves such files "
+              "out and takes the others.\n"}));
   EXPECT_EQ(Files(), before);
 }
 
@@ -97,17 +99,16 @@ TEST_F(SourceCommands, SkipTakesTheOtherFilesAndTellsOfTheProblems) {
   folder_.Write("cobol/picture.cbl", std::string("\x89PNG\0\0\0\x0D", 8));
   const auto run = Run({"source", "add", "cobol", "--skip", "--json"});
   EXPECT_EQ(run.code, 0);
-  EXPECT_EQ(run.err, "cobol/picture.cbl: this is no text file\n");
+  EXPECT_EQ(run.err, "qmrules: cobol/picture.cbl: this is no text file\n");
   EXPECT_EQ(json::parse(run.out)[0]["name"], "FIRST");
 }
 
 TEST_F(SourceCommands, AddRefusesAFileOutsideTheWorkspace) {
   const TemporaryFolder elsewhere;
   const std::string path = elsewhere.Write("a.cbl", Program("FIRST"));
-  EXPECT_EQ(Run({"source", "add", path}),
-            (CliRun{1, "",
-                    "qmrules: \"" + path + "\" lies outside the workspace " + Root() +
-                        "; copy it into the workspace and name it there.\n"}));
+  EXPECT_EQ(Run({"source", "add", path}), (CliRun{1, "",
+                                                  "qmrules: \"" + path + "\" lies outside the workspace " + Root() +
+                                                      "; copy it into the workspace and name it there.\n"}));
 }
 
 TEST_F(SourceCommands, AddRefusesAFolderWithoutPrograms) {

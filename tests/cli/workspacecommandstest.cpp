@@ -83,11 +83,12 @@ TEST_F(WorkspaceChoice, TellsWhatToDoWithoutAWorkspace) {
 }
 
 TEST_F(WorkspaceChoice, TellsWhenTheNamedFolderIsNone) {
-  EXPECT_EQ(Run({"list", "--workspace", "nowhere"}),
-            (CliRun{1, "",
-                    "qmrules: " + Root() +
-                        "/nowhere is no workspace: there is no file .qmrules/workspace.json in it. Name the folder of a "
-                        "workspace, or make one.\n"}));
+  EXPECT_EQ(
+      Run({"list", "--workspace", "nowhere"}),
+      (CliRun{1, "",
+              "qmrules: " + Root() +
+                  "/nowhere is no workspace: there is no file .qmrules/workspace.json in it. Name the folder of a "
+                  "workspace, or make one.\n"}));
 }
 
 class ProjectCommands : public CliTest {};
