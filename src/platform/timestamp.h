@@ -12,7 +12,8 @@ namespace qmrules::platform {
 // comparisons that the import and the validity sweep rest on.
 struct Timestamp {
   std::int64_t seconds = 0;  // since 1970-01-01 00:00:00 UTC
-  friend auto operator<=>(const Timestamp&, const Timestamp&) = default;
+  friend bool operator==(const Timestamp&, const Timestamp&) = default;
+  friend auto operator<=>(const Timestamp& a, const Timestamp& b) { return a.seconds <=> b.seconds; }
 };
 
 // "YYYY-MM-DD HH:MM:SS", in UTC. Years 0000 to 9999; a moment outside throws Error.

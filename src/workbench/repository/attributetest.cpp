@@ -40,7 +40,9 @@ StoredValue ToColumnForm(AttrType type, const std::string& text) {
 }
 
 // True when an unset value and an empty one are different things in the column: only texts have an empty form.
-bool HasEmptyForm(const TestedColumn& column) { return column.type != AttrType::Integer; }
+bool HasEmptyForm(const TestedColumn& column) {
+  return column.type != AttrType::Integer;
+}
 
 SqlPiece IsUnset(const TestedColumn& column) {
   if (!column.isNullable) return {HasEmptyForm(column) ? column.expression + " = ''" : kNever, {}};
@@ -109,8 +111,8 @@ SqlPiece CompileIn(const TestedColumn& column, const AttributeTest& test) {
     }
   }
   const auto list = column.type == AttrType::Integer ? JsonList(numbers) : JsonList(texts);
-  SqlPiece piece{fmt::format("{} {}IN (SELECT value FROM json_each(?))", column.expression, test.isNegated ? "NOT " : ""),
-                 {list}};
+  SqlPiece piece{
+      fmt::format("{} {}IN (SELECT value FROM json_each(?))", column.expression, test.isNegated ? "NOT " : ""), {list}};
   if (hasEmpty) {
     const auto empty = test.isNegated ? IsSet(column) : IsUnset(column);
     piece.text = fmt::format("({} {} {})", piece.text, test.isNegated ? "AND" : "OR", empty.text);
@@ -131,7 +133,9 @@ std::string JsonList(const std::vector<std::int64_t>& numbers) {
   return list + ']';
 }
 
-std::string JsonList(const std::vector<std::string>& texts) { return nlohmann::json(texts).dump(); }
+std::string JsonList(const std::vector<std::string>& texts) {
+  return nlohmann::json(texts).dump();
+}
 
 SqlPiece CompileTest(const TestedColumn& column, const AttributeTest& test) {
   switch (test.op) {

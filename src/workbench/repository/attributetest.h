@@ -31,9 +31,9 @@ struct TestedColumn {
   bool isNullable = true;
 };
 
-// The test as an SQL condition. Its logic is two-valued, so that a test and its negation are complements: an unset value
-// counts as the empty text, which stands before every other value. The negation is worked into the condition, since NOT
-// around a comparison with an unset value would be neither true nor false.
+// The test as an SQL condition. Its logic is two-valued, so that a test and its negation are complements: an unset
+// value counts as the empty text, which stands before every other value. The negation is worked into the condition,
+// since NOT around a comparison with an unset value would be neither true nor false.
 //
 // "=" heeds case, "<" and ">" compare numbers as numbers and texts by their characters, "like" ignores case. Throws
 // platform::Error with the reason alone for a value that the column's type cannot be compared with.

@@ -65,7 +65,8 @@ class Nesting {
   static int JunctionLevels(std::size_t parts) { return static_cast<int>(std::bit_width(parts - 1)); }
   void Enter(int levels) {
     levels_ += levels;
-    if (levels_ > kCompiledNesting) throw Error("conditions stand too deep within each other; state it with fewer levels");
+    if (levels_ > kCompiledNesting)
+      throw Error("conditions stand too deep within each other; state it with fewer levels");
   }
 
   int levels_ = 0;
@@ -264,7 +265,9 @@ class DocumentCompiler {
   int links_ = 0;
 };
 
-bool IsIDList(const Comparison& comparison) { return comparison.op == FilterOperator::In && !comparison.ids.empty(); }
+bool IsIDList(const Comparison& comparison) {
+  return comparison.op == FilterOperator::In && !comparison.ids.empty();
+}
 
 }  // namespace
 
@@ -274,7 +277,8 @@ SqlPiece CompileFilter(const FilterExpression& filter, std::string_view filterTe
 }
 
 const Comparison* DemandedIDList(const FilterExpression& filter) {
-  if (const auto* comparison = std::get_if<Comparison>(&filter.node)) return IsIDList(*comparison) ? comparison : nullptr;
+  if (const auto* comparison = std::get_if<Comparison>(&filter.node))
+    return IsIDList(*comparison) ? comparison : nullptr;
   if (const auto* all = std::get_if<FilterAnd>(&filter.node)) {
     for (const auto& child : all->children) {
       if (const auto* found = DemandedIDList(child)) return found;

@@ -18,8 +18,8 @@ struct FilterScope {
   const StoreEntity* entity = nullptr;  // nullptr: any entity
 };
 
-// How deep conditions that are run may stand within each other, which is less than what the languages can say: an AND or
-// OR of two parts counts for one level, of n parts for as many as n has binary digits, a related object for four.
+// How deep conditions that are run may stand within each other, which is less than what the languages can say: an AND
+// or OR of two parts counts for one level, of n parts for as many as n has binary digits, a related object for four.
 inline constexpr int kCompiledNesting = 20;
 
 // The filter as an SQL condition. `filterText` is its text, for messages. `left`, when given, is left out: it is a part

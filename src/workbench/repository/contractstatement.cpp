@@ -40,10 +40,13 @@ class StatementParser {
   }
 
  private:
-  platform::Error Fail(std::string_view expectation) const { return SyntaxError({"statement", text_}, position_, expectation); }
+  platform::Error Fail(std::string_view expectation) const {
+    return SyntaxError({"statement", text_}, position_, expectation);
+  }
 
   void SkipBlanks() {
-    while (position_ < text_.size() && std::string_view(" \t\r\n").find(text_[position_]) != std::string_view::npos) ++position_;
+    while (position_ < text_.size() && std::string_view(" \t\r\n").find(text_[position_]) != std::string_view::npos)
+      ++position_;
   }
 
   std::string_view Word() {
@@ -103,6 +106,8 @@ class StatementParser {
 
 }  // namespace
 
-ContractStatement ParseContractStatement(std::string_view text) { return StatementParser(text).Parse(); }
+ContractStatement ParseContractStatement(std::string_view text) {
+  return StatementParser(text).Parse();
+}
 
 }  // namespace qmrules::workbench::repository

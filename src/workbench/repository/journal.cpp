@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <array>
 #include <charconv>
 
 #include "workbench/repository/storelayout.h"
@@ -59,22 +58,28 @@ std::string EscapeOf(char character) {
   return code < 0x20 ? fmt::format("\\u{:04x}", code) : "";
 }
 
-constexpr std::array<bool, 256> MarkEscaped() {
-  std::array<bool, 256> marks = {};
-  for (std::size_t code = 0; code < 0x20; ++code) marks[code] = true;
-  marks['"'] = true;
-  marks['\\'] = true;
-  return marks;
+bool NeedsEscape(char character) {
+  return static_cast<unsigned char>(character) < 0x20 || character == '"' || character == '\\';
 }
 
-constexpr std::array<bool, 256> needsEscape = MarkEscaped();
+// A loop without a way out, which looks at many bytes at a time.
+bool HasEscapes(std::string_view text) {
+  unsigned found = 0;
+  for (const char character : text) found |= NeedsEscape(character) ? 1U : 0U;
+  return found != 0;
+}
 
 // Appends the text as JSON. Every written text goes through here, and a document builder would copy it three times.
 void AppendJson(std::string& out, std::string_view text) {
   out += '"';
+  if (!HasEscapes(text)) {
+    out += text;
+    out += '"';
+    return;
+  }
   std::size_t begin = 0;
   for (std::size_t position = 0; position < text.size(); ++position) {
-    if (!needsEscape[static_cast<unsigned char>(text[position])]) continue;
+    if (!NeedsEscape(text[position])) continue;
     out += text.substr(begin, position - begin);
     out += EscapeOf(text[position]);
     begin = position + 1;

@@ -17,8 +17,8 @@ std::string Membership(const StoreSchema& schema, const StoreEntity& entity, std
   const std::string holder = directed.Far().ProjectRelation().empty()
                                  ? fmt::format("{} = ?", far)
                                  : Membership(schema, directed.Far(), far, depth + 1);
-  return fmt::format("EXISTS (SELECT 1 FROM {} {} WHERE {}.\"{}\" = {} AND {})", directed.relation->Table(), alias, alias,
-                     directed.NearColumn(), idExpression, holder);
+  return fmt::format("EXISTS (SELECT 1 FROM {} {} WHERE {}.\"{}\" = {} AND {})", directed.relation->Table(), alias,
+                     alias, directed.NearColumn(), idExpression, holder);
 }
 
 }  // namespace

@@ -45,8 +45,8 @@ std::string Branch(const OwnerPath& path, const std::vector<std::string>& attrib
                         path[step].NearColumn(), step - 1, path[step - 1].FarColumn());
   }
   const std::string id = fmt::format("p{}.\"{}\"", last, path.back().FarColumn());
-  std::string columns = fmt::format("p0.\"{}\" AS \"NearID\", {} AS \"ID\", '{}' AS \"Type\"",
-                                    path.front().NearColumn(), id, end.Name());
+  std::string columns =
+      fmt::format("p0.\"{}\" AS \"NearID\", {} AS \"ID\", '{}' AS \"Type\"", path.front().NearColumn(), id, end.Name());
   if (!attributes.empty()) from += fmt::format(" JOIN {} e ON e.\"ObjectID\" = {}", end.Table(), id);
   for (const auto& name : attributes) {
     columns += fmt::format(", e.{} AS {}", end.Attributes()[end.PlaceOf(name)]->Column(), QuoteIdentifier(name));

@@ -10,8 +10,8 @@
 
 namespace qmrules::workbench::repository {
 
-// Rows put aside in a file of their own, written once and then read once in the same order, so that a walk of any length
-// takes no memory. The file has no name and goes with the spool.
+// Rows put aside in a file of their own, written once and then read once in the same order, so that a walk of any
+// length takes no memory. The file has no name and goes with the spool.
 class RowSpool {
  public:
   // Throws platform::Error when no file can be made.

@@ -29,8 +29,8 @@ AttrType ParseType(std::string_view type, const std::string& place) {
        {AttrType::LongText, AttrType::Boolean, AttrType::Integer, AttrType::Char, AttrType::Timestamp}) {
     if (type == platform::AttrTypeName(known)) return known;
   }
-  throw Error(fmt::format("{} has the unknown type \"{}\"; the types are LONGTEXT, BOOLEAN, INTEGER, CHAR and TIMESTAMP.",
-                          place, type));
+  throw Error(fmt::format(
+      "{} has the unknown type \"{}\"; the types are LONGTEXT, BOOLEAN, INTEGER, CHAR and TIMESTAMP.", place, type));
 }
 
 bool IsAdmissibleName(std::string_view name) {
@@ -61,8 +61,8 @@ void AddAttribute(Attributes& attributes, const XmlElement& element, const Origi
   }
   if (IsTaken(attributes, name)) throw Error(fmt::format("{} stands there already; give it another name.", place));
   const AttrType type = ParseType(element.AttributeOr("type", ""), place);
-  attributes.push_back(std::make_unique<StoreAttribute>(name, type, element.AttributeOr("description", name),
-                                                        origin.isSiteOwn));
+  attributes.push_back(
+      std::make_unique<StoreAttribute>(name, type, element.AttributeOr("description", name), origin.isSiteOwn));
 }
 
 }  // namespace
@@ -99,7 +99,8 @@ class SchemaReader {
     if (const auto base = list.getAttribute("base")) {
       list = document_.selectSingleNode("/repstry/attrsets/entityattrs[@name='" + *base + "']");
     }
-    for (const auto& attribute : list.selectNodes("entityattr")) AddAttribute(attributes, attribute, {file_, traits.name});
+    for (const auto& attribute : list.selectNodes("entityattr"))
+      AddAttribute(attributes, attribute, {file_, traits.name});
     for (const auto& attribute : document_.selectNodes("/repstry/systemattrs/entityattr")) {
       AddAttribute(attributes, attribute, {file_, traits.name});
     }

@@ -156,7 +156,11 @@ class SqliteConnection final : public Connection {
     sqlite3_create_collation_v2(handle, "QMCASE", SQLITE_UTF8, nullptr, CompareCase, nullptr);
     Execute(durability == Durability::Full ? "PRAGMA synchronous = FULL" : "PRAGMA synchronous = OFF");
     Execute("PRAGMA temp_store = FILE");
-    Execute("PRAGMA cache_size = -32768");
+    // A sort takes as much memory as the cache may have, so that is small; a write may hold more before it spills.
+    Execute("PRAGMA cache_size = -8192");
+    Execute("PRAGMA cache_spill = -32768");
+    // Pages that many commits change go from the log to the file once for some thousands of pages.
+    Execute("PRAGMA wal_autocheckpoint = 8192");
   }
 
   std::unique_ptr<Statement> Prepare(std::string_view sql) override {

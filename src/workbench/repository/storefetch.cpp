@@ -21,7 +21,9 @@ void DeclareFilter(DeclaredNode& node, const platform::Filter& filter) {
   }
 }
 
-StoreFetch::~StoreFetch() { StopLiveWalk(); }
+StoreFetch::~StoreFetch() {
+  StopLiveWalk();
+}
 
 ObjectNode StoreFetch::AddObject(bool inProject, std::optional<std::string_view> entity, std::string_view fetchList,
                                  const platform::Filter& filter, std::optional<RelationNode> related) {
@@ -41,8 +43,10 @@ ObjectNode StoreFetch::AddObject(bool inProject, std::optional<std::string_view>
 
 RelationNode StoreFetch::AddRelation(std::string_view relation, bool inProject, std::string_view fetchList,
                                      ObjectNode target) {
-  if (!fetchList.empty()) throw Error(fmt::format("The relation \"{}\" delivers nothing; its fetch list is always empty.", relation));
-  if (target.index >= path_.nodes.size()) throw Error(fmt::format("The relation \"{}\" leads to a node of another fetch.", relation));
+  if (!fetchList.empty())
+    throw Error(fmt::format("The relation \"{}\" delivers nothing; its fetch list is always empty.", relation));
+  if (target.index >= path_.nodes.size())
+    throw Error(fmt::format("The relation \"{}\" leads to a node of another fetch.", relation));
   path_.relations.push_back({std::string(relation), ParseRelation(relation), inProject, target.index, ""});
   return {path_.relations.size() - 1};
 }

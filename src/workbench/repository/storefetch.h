@@ -16,7 +16,10 @@ namespace qmrules::workbench::repository {
 // happens during the walk finds it registered with the session: the current row and those still to come are then put
 // aside in a spool, and the walk goes on there. So it shows the store as at Execute without holding the rows in memory,
 // and a walk that is not written into pays nothing for it.
-class StoreFetch final : public platform::Fetch, private platform::RowValues, private platform::FetchRow, private RowWalk {
+class StoreFetch final : public platform::Fetch,
+                         private platform::RowValues,
+                         private platform::FetchRow,
+                         private RowWalk {
  public:
   explicit StoreFetch(StoreSession& session) : session_(session) {}
   ~StoreFetch() override;
@@ -24,7 +27,8 @@ class StoreFetch final : public platform::Fetch, private platform::RowValues, pr
   StoreFetch& operator=(const StoreFetch&) = delete;
 
   platform::ObjectNode AddObject(bool inProject, std::optional<std::string_view> entity, std::string_view fetchList,
-                                 const platform::Filter& filter, std::optional<platform::RelationNode> related) override;
+                                 const platform::Filter& filter,
+                                 std::optional<platform::RelationNode> related) override;
   platform::RelationNode AddRelation(std::string_view relation, bool inProject, std::string_view fetchList,
                                      platform::ObjectNode target) override;
   platform::RelationNode AddCount(std::string_view relation, bool inProject, std::string_view alias) override;

@@ -18,7 +18,9 @@ using Migration = std::function<void(Connection&)>;
 std::span<const Migration> StoreMigrations();
 
 // The version that stores of `steps` migrations have.
-constexpr std::int64_t StoreVersion(std::size_t steps) { return static_cast<std::int64_t>(steps) + 1; }
+constexpr std::int64_t StoreVersion(std::size_t steps) {
+  return static_cast<std::int64_t>(steps) + 1;
+}
 
 // Brings the database to the form that the schema asks for, in one transaction: makes a new store in an empty file,
 // moves an older one forward, adds the tables and columns that are missing, and keeps columns that the schema no longer
@@ -28,7 +30,7 @@ void PrepareLayout(Connection& connection, const StoreSchema& schema,
                    std::span<const Migration> migrations = StoreMigrations());
 
 // The catalogue's tables besides those of entities and relations.
-inline constexpr const char* attributeTable = "VekAttributeTbl";       // Entity, Name, Type
+inline constexpr const char* attributeTable = "VekAttributeTbl";            // Entity, Name, Type
 inline constexpr const char* journalCommandTable = "VekJournalCommandTbl";  // CommandID, At, UserName, Command
 inline constexpr const char* journalTable = "VekJournalTbl";  // EntryID, CommandID, Action, Object, Other, Changes
 

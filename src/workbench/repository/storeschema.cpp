@@ -105,8 +105,10 @@ const StoreEntity& StoreSchema::Entity(std::string_view name) const {
 
 std::optional<DirectedRelation> StoreSchema::FindRelation(const StoreEntity& near, std::string_view name,
                                                           const StoreEntity& far) const {
-  for (const auto& relation : FindRelations(near, name)) {
-    if (&relation.Far() == &far) return relation;
+  for (const auto& relation : relations_) {
+    const bool nearIsFrom = &relation->From() == &near && &relation->To() == &far;
+    const bool nearIsTo = &relation->To() == &near && &relation->From() == &far;
+    if ((nearIsFrom || nearIsTo) && relation->IsNamed(name)) return DirectedRelation{relation.get(), nearIsFrom};
   }
   return std::nullopt;
 }
