@@ -3,9 +3,9 @@
 #include <fmt/format.h>
 
 #include "catalogue/gateway.h"
-#include "catalogue/trim.h"
 #include "platform/error.h"
 #include "shell/text.h"
+#include "shell/trim.h"
 
 namespace qmrules::editing {
 
@@ -90,7 +90,7 @@ NewBusinessFunction ProposedFunction(const EditingContext& context, const NewBus
 
 BusinessFunctionOutcome CreateBusinessFunction(const EditingContext& context, const NewBusinessFunction& wanted) {
   const SafeTexts safe{shell::SafeText(wanted.name), shell::SafeText(wanted.description)};
-  if (catalogue::IsBlank(safe.name)) return Refused{OneLine(context.texts, kEnterName, MessageStyle::Exclamation)};
+  if (shell::IsBlank(safe.name)) return Refused{OneLine(context.texts, kEnterName, MessageStyle::Exclamation)};
 
   auto& repository = context.Repository();
   const auto command = repository.BeginCommand("CreateFunction");

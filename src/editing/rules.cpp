@@ -9,10 +9,10 @@
 #include "catalogue/attributeschema.h"
 #include "catalogue/gateway.h"
 #include "catalogue/sequence.h"
-#include "catalogue/trim.h"
 #include "catalogue/uniquename.h"
 #include "platform/error.h"
 #include "shell/text.h"
+#include "shell/trim.h"
 
 namespace qmrules::editing {
 
@@ -128,7 +128,7 @@ RuleOutcome CreateRule(const EditingContext& context, const NewRule& wanted) {
   NewRule safe = wanted;
   safe.name = shell::SafeText(wanted.name);
   safe.description = shell::SafeText(wanted.description);
-  if (catalogue::IsBlank(safe.name)) return Refused{OneLine(context.texts, kEnterRuleName, MessageStyle::Exclamation)};
+  if (shell::IsBlank(safe.name)) return Refused{OneLine(context.texts, kEnterRuleName, MessageStyle::Exclamation)};
 
   auto& repository = context.Repository();
   const auto command = repository.BeginCommand("CreateRule");
@@ -202,7 +202,7 @@ ChangeOutcome Rename(const EditingContext& context, std::string_view key, std::s
   const auto& definition = Definition(*object, isRule ? "RuleName" : "Name");
   if (name == object->Attrs(definition.Name()).Text()) return Unchanged{};
   const std::string safe = shell::SafeText(name);
-  if (catalogue::IsBlank(safe)) return Refused{OneLine(context.texts, kNameIsEmpty, MessageStyle::Exclamation)};
+  if (shell::IsBlank(safe)) return Refused{OneLine(context.texts, kNameIsEmpty, MessageStyle::Exclamation)};
 
   const auto command = repository.BeginCommand("Rename");
   const auto transaction = repository.BeginTransaction();

@@ -7,10 +7,10 @@
 #include "catalogue/gateway.h"
 #include "catalogue/ignorederrors.h"
 #include "catalogue/sequence.h"
-#include "catalogue/trim.h"
 #include "catalogue/uniquename.h"
 #include "platform/error.h"
 #include "shell/text.h"
+#include "shell/trim.h"
 
 namespace qmrules::editing {
 
@@ -150,7 +150,7 @@ RuleSetOutcome CreateRuleSet(const EditingContext& context, const NewRuleSet& wa
   creation.wanted.name = shell::SafeText(wanted.name);
   creation.wanted.description = shell::SafeText(wanted.description);
   const std::string& name = creation.wanted.name;
-  if (catalogue::IsBlank(name)) return Refused{OneLine(context.texts, kEnterName, MessageStyle::Exclamation)};
+  if (shell::IsBlank(name)) return Refused{OneLine(context.texts, kEnterName, MessageStyle::Exclamation)};
 
   auto& repository = context.Repository();
   const auto command = repository.BeginCommand("CreateRuleSet");

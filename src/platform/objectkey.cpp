@@ -6,17 +6,12 @@
 #include <optional>
 
 #include "platform/error.h"
+#include "shell/trim.h"
 #include "shell/utf16.h"
 
 namespace qmrules::platform {
 
 namespace {
-
-std::string_view TrimBlanks(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(' ');
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
 
 std::optional<std::int32_t> ParseID(std::string_view digits) {
   std::int32_t id = 0;
@@ -29,12 +24,12 @@ std::optional<std::int32_t> ParseID(std::string_view digits) {
 }  // namespace
 
 std::string MakeKey(std::string_view entity, std::int32_t id) {
-  return fmt::format("{}#{}", TrimBlanks(entity), id);
+  return fmt::format("{}#{}", shell::TrimBlanks(entity), id);
 }
 
 ObjectKey SplitKey(std::string_view key) {
   const std::size_t mark = key.find('#');
-  const std::string_view entity = TrimBlanks(key.substr(0, mark));
+  const std::string_view entity = shell::TrimBlanks(key.substr(0, mark));
   const auto id = mark == std::string_view::npos ? std::nullopt : ParseID(key.substr(mark + 1));
   if (entity.empty() || !id) {
     throw Error(fmt::format("\"{}\" is not an object key. A key is an entity name, \"#\" and a number, as RULE#17.",

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-namespace qmrules::catalogue {
+namespace qmrules::shell {
 
 // The text without the blanks at its ends. Only blanks count: tabs and line breaks are content.
 [[nodiscard]] constexpr std::string_view TrimBlanks(std::string_view text) {
@@ -16,4 +16,4 @@ namespace qmrules::catalogue {
   return TrimBlanks(text).empty();
 }
 
-}  // namespace qmrules::catalogue
+}  // namespace qmrules::shell
