@@ -83,7 +83,7 @@ bool StoreFetch::Execute(std::string_view projectKey) {
 
 const platform::FetchRow& StoreFetch::Row() const {
   if (Eof()) throw Error("A fetch has no row past its last one.");
-  if (state_ == State::Broken) throw Error(failure_);
+  if (state_ == State::Broken) std::rethrow_exception(failure_);
   return *this;
 }
 
@@ -92,7 +92,7 @@ void StoreFetch::MoveNext() {
     case State::End:
       throw Error("A fetch cannot move past its last row.");
     case State::Broken:
-      throw Error(failure_);
+      std::rethrow_exception(failure_);
     case State::Live:
       try {
         if ((*statement_)->Step()) return;
@@ -132,9 +132,9 @@ void StoreFetch::ReadLiveRow(std::vector<StoredValue>& row) const {
 void StoreFetch::BeforeWrite() noexcept {
   try {
     PutAside();
-  } catch (const std::exception& failure) {
+  } catch (...) {
     statement_.reset();
-    failure_ = failure.what();
+    failure_ = std::current_exception();
     state_ = State::Broken;
   }
 }

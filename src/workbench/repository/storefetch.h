@@ -1,5 +1,6 @@
 #pragma once
 
+#include <exception>
 #include <memory>
 #include <optional>
 #include <string>
@@ -58,7 +59,7 @@ class StoreFetch final : public platform::Fetch,
   std::optional<StatementLoan> statement_;
   std::unique_ptr<RowSpool> spool_;
   std::vector<StoredValue> spooledRow_;
-  std::string failure_;  // why the walk is broken
+  std::exception_ptr failure_;  // why the walk is broken
 };
 
 // A filter as it is declared on a node: parsed, with its text. Throws platform::Error for a malformed one.
