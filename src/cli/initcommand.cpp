@@ -12,7 +12,7 @@ class InitCommand final : public Command {
  public:
   CommandTitle Title() const override { return {"init", "Make a workspace with a catalogue and its first project"}; }
   std::vector<std::string> Examples() const override {
-    return {"init --project \"Policy Billing\"", "init ~/work/billing --project Billing --encoding IBM1047"};
+    return {"init --project \"Policy Billing\"", "init ~/billing --project Billing --encoding IBM1047"};
   }
 
   void Declare(CLI::App& app) override {

@@ -157,7 +157,7 @@ TEST_F(DiskFileSystemTest, LinkWithinTheRootAndTheRootAsALinkAreTaken) {
 }
 
 TEST_F(DiskFileSystemTest, RelativeRootStartsAtTheProcessFolder) {
-  EXPECT_EQ(files_.ResolveInside("some/root", "a"), "some/root/a");
+  EXPECT_EQ(files_.ResolveInside("some/base", "a"), "some/base/a");
   EXPECT_EQ(files_.ResolveInside("", "a"), "a");
 }
 

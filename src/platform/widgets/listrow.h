@@ -19,8 +19,8 @@ class ListRow {
     friend class ListView;
     Making() = default;
   };
-  ListRow(Making, ListView& list, std::string key, std::string text)
-      : list_(list), key_(std::move(key)), cells_(1, std::move(text)) {}
+  ListRow(Making, ListView& list, std::string key, const std::string& text)
+      : list_(list), key_(std::move(key)), cells_(1, text) {}
   ListRow(const ListRow&) = delete;
   ListRow& operator=(const ListRow&) = delete;
 
