@@ -27,10 +27,10 @@ void ListView::SetColumnText(std::string_view key, std::string text) {
   Assign(columns_[ColumnPlace(key)].text, std::move(text));
 }
 
-ListRow* ListView::Add(std::string key, std::string text) {
+ListRow* ListView::Add(std::string key, const std::string& text) {
   std::string folded = shell::FoldCase(key);
   if (!folded.empty() && index_.contains(folded)) return nullptr;
-  rows_.push_back(std::make_unique<ListRow>(ListRow::Making(), *this, std::move(key), std::move(text)));
+  rows_.push_back(std::make_unique<ListRow>(ListRow::Making(), *this, std::move(key), text));
   ListRow& row = *rows_.back();
   if (!folded.empty()) index_.emplace(std::move(folded), &row);
   OnRowAdded.Raise(row);

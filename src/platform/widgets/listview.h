@@ -33,7 +33,7 @@ class ListView final : public Widget {
   void SetCheckBoxes(bool checkBoxes) { Assign(checkBoxes_, checkBoxes); }
 
   // Appends a row. nullptr, with nothing changed, when the key is taken.
-  ListRow* Add(std::string key, std::string text);
+  ListRow* Add(std::string key, const std::string& text);
   // When the current row goes, the next one, else the previous one becomes current (and selected, in a list that
   // selects one row only and had this one selected).
   void Remove(ListRow& row);
