@@ -1,14 +1,13 @@
 #pragma once
 
-#include <string_view>
-
 namespace qmrules::platform {
 
 // The user's language, by the locale identifiers of the exchange format.
 class Locale {
  public:
   virtual ~Locale() = default;
-  // 1033 English (United States), 1041 Japanese, 1042 Korean, 1049 Russian, ...; 127 for a language without one here.
+  // 1033 English (United States), 1041 Japanese, 1042 Korean, 1049 Russian, ... as shell::LocaleIdentifier tells; 0 for
+  // a locale without one.
   virtual int GetUserDefaultLCID() const = 0;
 };
 
@@ -21,13 +20,11 @@ class FixedLocale final : public Locale {
   int lcid_;
 };
 
-// The locale of the process's environment: LC_ALL, else LC_CTYPE, else LANG, as they stand at each call.
+// The locale of the process's environment: LC_ALL, else LC_CTYPE, else LANG, as they stand at each call;
+// without any of them 1033.
 class SystemLocale final : public Locale {
  public:
   int GetUserDefaultLCID() const override;
 };
-
-// The identifier of a locale name such as "ja_JP.UTF-8"; 1033 for "", "C" and "POSIX".
-int LCIDOfLocaleName(std::string_view name);
 
 }  // namespace qmrules::platform
