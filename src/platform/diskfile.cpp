@@ -2,10 +2,12 @@
 
 #include <fcntl.h>
 #include <fmt/format.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <filesystem>
 #include <system_error>
@@ -16,6 +18,9 @@
 namespace qmrules::platform {
 
 namespace {
+
+// Small enough for the stack of any thread, large enough that most sources come in one or two pieces.
+constexpr std::size_t kPiece = std::size_t{128} * 1024;
 
 // An open file, closed at the end of its life.
 class Descriptor {
@@ -33,6 +38,30 @@ class Descriptor {
  private:
   int number_;
 };
+
+// Without blocking: a pipe would otherwise be waited for before it can be told from a file.
+int OpenToRead(std::string_view path) {
+  const int opened = ::open(DiskPath(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+  if (opened < 0) throw ReadFailure(path, FailureReason(errno));
+  return opened;
+}
+
+std::size_t SizeOf(const Descriptor& file, std::string_view path) {
+  struct stat status {};
+  if (::fstat(file.Number(), &status) != 0) throw ReadFailure(path, FailureReason(errno));
+  if (S_ISDIR(status.st_mode)) throw ReadFailure(path, isFolder);
+  if (!S_ISREG(status.st_mode)) throw ReadFailure(path, "it is not an ordinary file");
+  return static_cast<std::size_t>(status.st_size);
+}
+
+// How many bytes came; 0 at the end.
+std::size_t ReadOnce(const Descriptor& file, std::string_view path, char* bytes, std::size_t most) {
+  while (true) {
+    const ssize_t got = ::read(file.Number(), bytes, most);
+    if (got >= 0) return static_cast<std::size_t>(got);
+    if (errno != EINTR) throw ReadFailure(path, FailureReason(errno));
+  }
+}
 
 // The file that the new bytes are gathered in; removed again unless it has taken its place.
 class PendingFile {
@@ -54,8 +83,9 @@ class PendingFile {
         return errno;
       }
     }
-    return ::fsync(file_.Number()) == 0 ? 0 : errno;
+    return 0;
   }
+  int Sync() { return ::fsync(file_.Number()) == 0 ? 0 : errno; }
   int TakePermissions(mode_t mode) { return ::fchmod(file_.Number(), mode & 07777U) == 0 ? 0 : errno; }
   int Place(const std::string& target) {
     if (const int code = file_.Close()) return code;
@@ -99,25 +129,15 @@ std::string DiskPath(std::string_view path) {
 }
 
 std::string ReadDiskFile(std::string_view path, std::size_t limit) {
-  // Without blocking: a pipe would otherwise be waited for before it can be told from a file.
-  const Descriptor file(::open(DiskPath(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-  if (file.Number() < 0) throw ReadFailure(path, FailureReason(errno));
-  struct stat status {};
-  if (::fstat(file.Number(), &status) != 0) throw ReadFailure(path, FailureReason(errno));
-  if (S_ISDIR(status.st_mode)) throw ReadFailure(path, isFolder);
-  if (!S_ISREG(status.st_mode)) throw ReadFailure(path, "it is not an ordinary file");
-  const auto size = static_cast<std::size_t>(status.st_size);
+  const Descriptor file(OpenToRead(path));
+  const std::size_t size = SizeOf(file, path);
   if (size > limit) throw ReadFailure(path, TooLarge(size, limit));
 
   // One byte more than the size, so that the end shows at the first reading and a file that grows meanwhile is seen.
   std::string bytes(size + 1, '\0');
   std::size_t filled = 0;
-  while (true) {
-    const ssize_t got = ::read(file.Number(), bytes.data() + filled, bytes.size() - filled);
-    if (got < 0 && errno == EINTR) continue;
-    if (got < 0) throw ReadFailure(path, FailureReason(errno));
-    if (got == 0) break;
-    filled += static_cast<std::size_t>(got);
+  while (const std::size_t got = ReadOnce(file, path, bytes.data() + filled, bytes.size() - filled)) {
+    filled += got;
     if (filled > limit) throw ReadFailure(path, TooLarge(filled, limit));
     if (filled == bytes.size()) bytes.resize(bytes.size() * 2);
   }
@@ -125,7 +145,47 @@ std::string ReadDiskFile(std::string_view path, std::size_t limit) {
   return bytes;
 }
 
-void WriteDiskFile(std::string_view path, std::string_view bytes) {
+DiskFileStart ReadDiskFileStart(std::string_view path, std::size_t most) {
+  const Descriptor file(OpenToRead(path));
+  DiskFileStart start{{}, SizeOf(file, path)};
+  start.bytes.resize(std::min(start.size, most));
+  std::size_t filled = 0;
+  while (filled < start.bytes.size()) {
+    const std::size_t got = ReadOnce(file, path, start.bytes.data() + filled, start.bytes.size() - filled);
+    if (got == 0) break;
+    filled += got;
+  }
+  start.bytes.resize(filled);
+  return start;
+}
+
+void VisitDiskFile(std::string_view path, std::size_t limit, const std::function<void(std::string_view)>& visit) {
+  const Descriptor file(OpenToRead(path));
+  const std::size_t size = SizeOf(file, path);
+  if (size > limit) throw ReadFailure(path, TooLarge(size, limit));
+  std::array<char, kPiece> piece;  // NOLINT(cppcoreguidelines-pro-type-member-init): filled by reading
+  for (std::size_t left = size; left > 0;) {
+    const std::size_t got = ReadOnce(file, path, piece.data(), std::min(left, piece.size()));
+    if (got == 0) return;
+    left -= got;
+    visit(std::string_view(piece.data(), got));
+  }
+}
+
+MappedDiskFile::MappedDiskFile(std::string_view path) {
+  const Descriptor file(OpenToRead(path));
+  size_ = SizeOf(file, path);
+  if (size_ == 0) return;
+  void* const start = ::mmap(nullptr, size_, PROT_READ, MAP_PRIVATE, file.Number(), 0);
+  if (start == MAP_FAILED) throw ReadFailure(path, FailureReason(errno));
+  start_ = start;
+}
+
+MappedDiskFile::~MappedDiskFile() {
+  if (start_ != nullptr) ::munmap(start_, size_);
+}
+
+void WriteDiskFile(std::string_view path, std::string_view bytes, WriteSafety safety) {
   std::error_code failed;
   std::filesystem::path target(DiskPath(path));
   if (std::filesystem::is_symlink(target, failed)) target = std::filesystem::weakly_canonical(target, failed);
@@ -144,11 +204,13 @@ void WriteDiskFile(std::string_view path, std::string_view bytes) {
     throw WriteFailure(path, folderMissing ? std::string(noSuchFolder) : FailureReason(errno));
   }
   PendingFile pending(std::move(pendingPath), descriptor);
+  const bool durable = safety == WriteSafety::Durable;
   int code = pending.Fill(bytes);
+  if (code == 0 && durable) code = pending.Sync();
   if (code == 0 && replaces) code = pending.TakePermissions(old.st_mode);
   if (code == 0) code = pending.Place(target.string());
   if (code != 0) throw WriteFailure(path, FailureReason(code));
-  if (const int unsafe = SyncFolder(folder)) {
+  if (const int unsafe = durable ? SyncFolder(folder) : 0) {
     throw Error(fmt::format("The file \"{}\" is written, but may not outlast a power failure: {}.", path,
                             FailureReason(unsafe)));
   }

@@ -48,6 +48,8 @@ struct ModelLocation {
   int LastRow = 0;       // inclusive
   int Position = 0;      // the object's characters in the file, from 0,
   int EndPosition = 0;   // up to and without this one
+  int Order = 0;  // its beginning's place in the flow of the program's text, copybooks put in where they are asked
+                  // for: of two objects the one that the program reaches first has the lower one
 };
 
 // Objects of a model, walked once.

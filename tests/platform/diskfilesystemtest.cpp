@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <string>
 
+#include "platform/diskfile.h"
 #include "platform/filesystem.h"
 #include "support/errortext.h"
 #include "support/temporaryfolder.h"
@@ -105,6 +106,51 @@ TEST_F(DiskFileSystemTest, PipeIsNotWaitedFor) {
   ASSERT_EQ(::mkfifo((folder_.File("pipe")).c_str(), 0600), 0);
   EXPECT_EQ(ErrorText([&] { files_.ReadFile(folder_.File("pipe")); }),
             "The file \"" + (folder_.File("pipe")) + "\" cannot be read: it is not an ordinary file.");
+}
+
+TEST_F(DiskFileSystemTest, StartOfAFileComesWithTheSizeOfTheWhole) {
+  const std::string path = folder_.Write("a", "abcdefgh");
+  const DiskFileStart part = ReadDiskFileStart(path, 3);
+  EXPECT_EQ(part.bytes, "abc");
+  EXPECT_EQ(part.size, 8U);
+  const DiskFileStart all = ReadDiskFileStart(path, 100);
+  EXPECT_EQ(all.bytes, "abcdefgh");
+  EXPECT_EQ(all.size, 8U);
+  EXPECT_EQ(ReadDiskFileStart(folder_.Write("b", ""), 100).bytes, "");
+  EXPECT_EQ(ErrorText([&] { ReadDiskFileStart(folder_.File("none"), 3); }),
+            "The file \"" + folder_.File("none") + "\" cannot be read: there is no such file.");
+  EXPECT_EQ(ErrorText([&] { ReadDiskFileStart(folder_.Path().string(), 3); }),
+            "The file \"" + folder_.Path().string() + "\" cannot be read: it is a folder.");
+}
+
+TEST_F(DiskFileSystemTest, AFileIsGivenPieceByPiece) {
+  const auto visited = [&](const std::string& path, std::size_t limit) {
+    std::string bytes;
+    VisitDiskFile(path, limit, [&](std::string_view piece) { bytes += piece; });
+    return bytes;
+  };
+  std::string content;
+  for (int at = 0; at < 200'000; ++at) content += static_cast<char>(at % 251);
+  const std::string path = folder_.Write("a", content);
+  EXPECT_EQ(visited(path, content.size()), content);
+  EXPECT_EQ(visited(folder_.Write("b", ""), 0), "");
+  EXPECT_EQ(ErrorText([&] { visited(path, content.size() - 1); }),
+            ErrorText([&] { ReadDiskFile(path, content.size() - 1); }));
+  EXPECT_EQ(ErrorText([&] { visited(folder_.File("none"), 3); }),
+            "The file \"" + folder_.File("none") + "\" cannot be read: there is no such file.");
+}
+
+TEST_F(DiskFileSystemTest, MappedFileStaysAsItWasWhenANewOneTakesItsPlace) {
+  const std::string path = folder_.Write("a", "abcdefgh");
+  const MappedDiskFile mapped(path);
+  WriteDiskFile(path, "other", WriteSafety::Rebuildable);
+  EXPECT_EQ(mapped.Bytes(), "abcdefgh");
+  EXPECT_EQ(MappedDiskFile(path).Bytes(), "other");
+  EXPECT_EQ(MappedDiskFile(folder_.Write("b", "")).Bytes(), "");
+  EXPECT_EQ(ErrorText([&] { MappedDiskFile(folder_.File("none")); }),
+            "The file \"" + folder_.File("none") + "\" cannot be read: there is no such file.");
+  EXPECT_EQ(ErrorText([&] { MappedDiskFile(folder_.Path().string()); }),
+            "The file \"" + folder_.Path().string() + "\" cannot be read: it is a folder.");
 }
 
 TEST_F(DiskFileSystemTest, LinksInACircleAreRefused) {
