@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string>
+
+#include "browser/browserhost.h"
+#include "browser/browserwidgets.h"
+#include "platform/commandsink.h"
+#include "platform/frontend.h"
+#include "platform/pointer.h"
+#include "platform/progress.h"
+#include "platform/tesselglobals.h"
+#include "shell/messages.h"
+
+namespace qmrules::browser {
+
+// What all parts of the browser work on. Everything outlives them.
+struct BrowserServices {
+  platform::FrontEnd& FE;
+  platform::Progress& progress;
+  platform::Pointer& pointer;
+  const shell::StringTable& texts;
+  const platform::TesselGlobals& globals;
+  platform::CommandSink& commands;
+  BrowserHost& host;
+  BrowserWidgets widgets;
+
+  platform::Repository& Repository() const { return FE.Repository(); }
+  // Throws Error when no project is chosen.
+  std::string ProjectKey() const { return FE.ProjectObject()->ObjectID(); }
+};
+
+}  // namespace qmrules::browser
