@@ -71,6 +71,7 @@ EmbeddedHost::EmbeddedHost(const std::string& folder, HostServices services)
       registry_(services_.registryPath),
       settings_(services_.settingsPath),
       fileSystem_({.sourceEncoding = folder_.SourceEncoding()}),
+      models_(Surroundings()),
       globalOptions_(folder_.GlobalOptionsPath()),
       repairMark_({.markPath = folder_.ProductFolder() + "/AttributeRepair.json",
                    .schemaPath = SchemaDocumentPath(),
@@ -100,6 +101,24 @@ platform::Options& EmbeddedHost::ProjectOptions() {
   return *projectOptions_;
 }
 
+void EmbeddedHost::SaveProjectOptions() {
+  ProjectOptions();
+  projectOptions_->Save();
+}
+
+std::string EmbeddedHost::PathOf(std::string_view file) const {
+  return fileSystem_.ResolveInside(folder_.SourceFolder(), file);
+}
+
+codemodel::ModelSurroundings EmbeddedHost::Surroundings() {
+  return {.readSource = [this](std::string_view file) { return fileSystem_.ReadTextFile(PathOf(file)); },
+          .database =
+              [this] {
+                if (!dataflow_) dataflow_ = databases_.OpenDatabase(folder_.DataflowDatabasePath());
+                return dataflow_.get();
+              }};
+}
+
 void EmbeddedHost::EnterProject(const std::string& name) {
   EnterInCatalogue(*repository_, name);
 }
@@ -107,6 +126,7 @@ void EmbeddedHost::EnterProject(const std::string& name) {
 void EmbeddedHost::CreateProject(const std::string& name) {
   folder_.CreateProject(name, [&](const WorkspaceFolder&) { EnterProject(name); });
   projectOptions_.reset();
+  dataflow_.reset();
 }
 
 void EmbeddedHost::UseProject(const std::string& name) {
@@ -114,6 +134,7 @@ void EmbeddedHost::UseProject(const std::string& name) {
   if (std::ranges::find(projects, name) != projects.end()) EnterProject(name);
   folder_.UseProject(name);
   projectOptions_.reset();
+  dataflow_.reset();
 }
 
 }  // namespace qmrules::workbench

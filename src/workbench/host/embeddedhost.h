@@ -8,7 +8,9 @@
 #include "platform/filesystem.h"
 #include "platform/frontend.h"
 #include "platform/settings.h"
+#include "platform/sourcemodel.h"
 #include "platform/tesselglobals.h"
+#include "workbench/codemodel/codemodel.h"
 #include "workbench/databases/sqlitedatabase.h"
 #include "workbench/host/repairmark.h"
 #include "workbench/options/optionsfile.h"
@@ -44,11 +46,15 @@ class EmbeddedHost final : public platform::FrontEnd {
   // platform::Error, naming the file and what to do, for a folder that is no workspace and for a piece of it that is
   // missing, broken or newer than this product.
   EmbeddedHost(const std::string& folder, HostServices services);
+  EmbeddedHost(const EmbeddedHost&) = delete;
+  EmbeddedHost& operator=(const EmbeddedHost&) = delete;
 
   platform::Repository& Repository() override { return *repository_; }
   // Throws platform::Error when the catalogue does not know the current project.
   std::unique_ptr<platform::Object> ProjectObject() override;
   platform::Options& ProjectOptions() override;
+  // Stores the options of the current project as they stand.
+  void SaveProjectOptions();
   platform::Options& GlobalOptions() override { return globalOptions_; }
   std::string UserName() const override { return services_.userName; }
   std::string GetFerrowoodName(int number) const override { return folder_.GetFerrowoodName(number); }
@@ -70,6 +76,11 @@ class EmbeddedHost final : public platform::FrontEnd {
   const platform::Registry& Registry() const { return registry_; }
   platform::UserSettings& Settings() { return settings_; }
   platform::DatabaseEngine& Databases() { return databases_; }
+  // Opens the models of sources, with their texts and the current project's dataflow.
+  platform::SourceModelFactory& Models() { return models_; }
+  // The full path of a file that is named relative to the source folder, as Quillmark names a model file. Throws
+  // platform::Error for a name that leads out of it.
+  std::string PathOf(std::string_view file) const;
   const platform::Clock& Clock() const { return services_.clock; }
   bool RepairIsDue() { return repairMark_.IsDue(); }
   void RepairIsDone() { repairMark_.SetDone(); }
@@ -77,6 +88,7 @@ class EmbeddedHost final : public platform::FrontEnd {
  private:
   std::string SchemaDocumentPath() const;
   void EnterProject(const std::string& name);
+  codemodel::ModelSurroundings Surroundings();
 
   HostServices services_;
   WorkspaceFolder folder_;
@@ -84,6 +96,8 @@ class EmbeddedHost final : public platform::FrontEnd {
   platform::JsonUserSettings settings_;
   platform::DiskFileSystem fileSystem_;
   SqliteDatabaseEngine databases_;
+  codemodel::CodeModelFactory models_;
+  std::unique_ptr<platform::Database> dataflow_;  // of the current project, once a model has asked for it
   std::unique_ptr<platform::Repository> repository_;
   OptionsFile globalOptions_;
   std::optional<OptionsFile> projectOptions_;  // of the current project, once they were asked for

@@ -2,35 +2,59 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
 #include <optional>
 #include <utility>
 
 #include "shell/casefold.h"
-#include "workbench/sources/cobolwords.h"
+#include "workbench/codemodel/cobol/reading/lexer.h"
+#include "workbench/codemodel/cobol/reading/words.h"
 
 namespace qmrules::workbench {
 
 namespace {
 
+using codemodel::Token;
+using codemodel::TokenKind;
+using codemodel::cobol::Word;
+
 // Words that follow a PROGRAM-ID without a name.
-bool IsReserved(std::string_view word) {
-  constexpr std::array<std::string_view, 10> reserved{
-      "AUTHOR",       "DATA", "DATE-COMPILED", "DATE-WRITTEN", "ENVIRONMENT",
-      "INSTALLATION", "IS",   "PROCEDURE",     "REMARKS",      "SECURITY"};
-  return std::ranges::any_of(reserved, [&](std::string_view known) { return shell::EqualIgnoringCase(known, word); });
+bool FollowsTheName(Word word) {
+  constexpr std::array<Word, 10> words{Word::Author,      Word::Data,         Word::DateCompiled, Word::DateWritten,
+                                       Word::Environment, Word::Installation, Word::Is,           Word::Procedure,
+                                       Word::Remarks,     Word::Security};
+  return std::ranges::find(words, word) != words.end();
+}
+
+// Without its quotes, a doubled one being one.
+std::string LiteralText(std::string_view literal, bool isUnclosed) {
+  const std::size_t open = literal.find_first_of("'\"");
+  if (open == std::string_view::npos) return std::string(literal);
+  const char quote = literal[open];
+  literal.remove_prefix(open + 1);
+  if (!isUnclosed && literal.ends_with(quote)) literal.remove_suffix(1);
+  std::string text;
+  for (std::size_t at = 0; at < literal.size(); ++at) {
+    text += literal[at];
+    if (literal[at] == quote) ++at;
+  }
+  return text;
 }
 
 class ProgramFinder {
  public:
-  explicit ProgramFinder(std::string_view text) : words_(text, DetectFormat(text)) { Advance(); }
+  explicit ProgramFinder(std::string_view text)
+      : symbols_(codemodel::cobol::CobolWordList()),
+        lexed_(codemodel::cobol::Lex(std::make_shared<const codemodel::SourceFile>("", std::string(text)), {},
+                                     symbols_)) {}
 
   CobolPrograms Find() {
-    while (current_) {
+    while (Current().kind != TokenKind::End) {
       if (AtProgramID()) {
         ReadProgramID();
-      } else if (IsWord("END")) {
+      } else if (At(Word::End)) {
         Advance();
-        if (IsWord("PROGRAM")) ReadEndProgram();
+        if (At(Word::Program)) ReadEndProgram();
       } else {
         Advance();
       }
@@ -39,40 +63,46 @@ class ProgramFinder {
   }
 
  private:
+  const Token& Current() const { return lexed_.tokens[at_]; }
   void Advance() {
-    afterPeriod_ = !current_ || current_->kind == CobolWord::Kind::Period;
-    current_ = words_.Next();
+    if (Current().kind != TokenKind::End) ++at_;
   }
-
-  bool IsWord(std::string_view text) const {
-    return current_ && current_->kind == CobolWord::Kind::Word && shell::EqualIgnoringCase(current_->text, text);
+  bool At(Word word) const {
+    return Current().kind == TokenKind::Word && codemodel::cobol::WordOf(Current().symbol) == word;
   }
 
   // The heading of a paragraph, and not the word in a running remark.
-  bool AtProgramID() const { return IsWord("PROGRAM-ID") && (afterPeriod_ || current_->firstOnLine); }
+  bool AtProgramID() const {
+    const bool afterPeriod = at_ == 0 || lexed_.tokens[at_ - 1].kind == TokenKind::Period;
+    return At(Word::ProgramId) && (afterPeriod || Current().Has(codemodel::kFirstOnRow));
+  }
 
-  // The name at the current word, in upper case.
+  // The name at the current token, in upper case.
   std::optional<std::string> Name() const {
-    if (!current_ || current_->kind == CobolWord::Kind::Period) return std::nullopt;
-    if (current_->kind == CobolWord::Kind::Word && IsReserved(current_->text)) return std::nullopt;
-    const auto first = current_->text.find_first_not_of(' ');
+    const Token& token = Current();
+    std::string text(lexed_.Text(token));
+    if (token.kind == TokenKind::Literal) {
+      text = LiteralText(text, token.Has(codemodel::kUnclosed));
+    } else if (token.kind != TokenKind::Number &&
+               (token.kind != TokenKind::Word || FollowsTheName(codemodel::cobol::WordOf(token.symbol)))) {
+      return std::nullopt;
+    }
+    const auto first = text.find_first_not_of(' ');
     if (first == std::string::npos) return std::nullopt;
-    const auto last = current_->text.find_last_not_of(' ');
-    return shell::ToUpper(std::string_view(current_->text).substr(first, last - first + 1));
+    return shell::ToUpper(std::string_view(text).substr(first, text.find_last_not_of(' ') - first + 1));
   }
 
   void ReadProgramID() {
-    const std::size_t row = current_->row;
+    const std::size_t row = Current().row;
     Advance();
-    if (!current_ || current_->kind != CobolWord::Kind::Period) return;
-    Advance();
+    if (Current().kind == TokenKind::Period) Advance();
     auto name = Name();
     if (!name) {
       found_.nameless.push_back(row);
       return;
     }
     if (open_.empty()) {
-      found_.programs.push_back({*name, current_->row, {}});
+      found_.programs.push_back({*name, Current().row, {}});
     } else {
       found_.programs.back().nested.push_back(*name);
     }
@@ -93,9 +123,9 @@ class ProgramFinder {
     open_.erase(ended, open_.end());
   }
 
-  CobolWords words_;
-  std::optional<CobolWord> current_;
-  bool afterPeriod_ = true;
+  codemodel::SymbolTable symbols_;
+  codemodel::cobol::LexedFile lexed_;
+  std::size_t at_ = 0;
   std::vector<std::string> open_;  // names of the programs that have not ended, the innermost last
   CobolPrograms found_;
 };

@@ -42,28 +42,24 @@ bool IsInside(const fs::path& root, const fs::path& path) {
   return endOfRoot == root.end();
 }
 
-class Scanner {
+class SourceFinder {
  public:
-  explicit Scanner(const SourceScan& scan) : scan_(scan) {}
+  explicit SourceFinder(const SourceScan& scan) : scan_(scan) {}
 
   SourceScanResult Scan() {
-    std::error_code failed;
-    root_ = fs::canonical(platform::DiskPath(scan_.root), failed);
-    if (failed) throw Error(fmt::format("The source folder \"{}\" cannot be read: {}.", scan_.root, failed.message()));
-    const fs::path path = fs::canonical(platform::DiskPath(scan_.path), failed);
-    if (failed) throw Error(fmt::format("The source \"{}\" cannot be read: {}.", scan_.path, failed.message()));
-    if (!IsInside(root_, path)) {
-      throw Error(fmt::format("\"{}\" lies outside the workspace {}; copy it into the workspace and name it there.",
-                              scan_.path, root_.string()));
-    }
-    if (fs::is_directory(path)) {
-      Collect(path);
-      std::ranges::sort(files_);
-      for (const auto& file : files_) ReadFile(file, false);
-    } else {
-      ReadFile(path, true);
-    }
+    const bool namedItself = Find();
+    for (const auto& file : files_) ReadFile(file, namedItself);
     return std::move(result_);
+  }
+
+  SourceList List() {
+    SourceList list;
+    list.isFile = Find();
+    list.scope = path_ == root_ ? std::string() : Relative(path_);
+    list.files.reserve(files_.size());
+    for (const auto& file : files_) list.files.push_back(Relative(file));
+    list.problems = std::move(result_.problems);
+    return list;
   }
 
  private:
@@ -71,6 +67,26 @@ class Scanner {
 
   void Problem(const fs::path& path, std::string text) {
     result_.problems.push_back({Relative(path), std::move(text)});
+  }
+
+  // Gathers the files that the path means. True when it is a file itself.
+  bool Find() {
+    std::error_code failed;
+    root_ = fs::canonical(platform::DiskPath(scan_.root), failed);
+    if (failed) throw Error(fmt::format("The source folder \"{}\" cannot be read: {}.", scan_.root, failed.message()));
+    path_ = fs::canonical(platform::DiskPath(scan_.path), failed);
+    if (failed) throw Error(fmt::format("The source \"{}\" cannot be read: {}.", scan_.path, failed.message()));
+    if (!IsInside(root_, path_)) {
+      throw Error(fmt::format("\"{}\" lies outside the workspace {}; copy it into the workspace and name it there.",
+                              scan_.path, root_.string()));
+    }
+    if (!fs::is_directory(path_)) {
+      files_.push_back(path_);
+      return true;
+    }
+    Collect(path_);
+    std::ranges::sort(files_);
+    return false;
   }
 
   // Gathers the COBOL files below the folder.
@@ -170,6 +186,7 @@ class Scanner {
 
   const SourceScan& scan_;
   fs::path root_;
+  fs::path path_;
   std::vector<fs::path> files_;
   std::size_t met_ = 0;
   SourceScanResult result_;
@@ -177,8 +194,12 @@ class Scanner {
 
 }  // namespace
 
+SourceList ListSources(const SourceScan& scan) {
+  return SourceFinder(scan).List();
+}
+
 SourceScanResult ScanSources(const SourceScan& scan) {
-  return Scanner(scan).Scan();
+  return SourceFinder(scan).Scan();
 }
 
 }  // namespace qmrules::workbench

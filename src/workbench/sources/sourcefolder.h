@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -28,6 +29,8 @@ struct ScannedProgram {
   std::string language = "COBOL";   // entity of the source's object
   std::vector<std::string> nested;  // programs within it; they count as parts of it
   bool onlyOneOfFile = true;        // false when the file has several programs one after the other
+  // Its model file, relative to the root; nothing where only the program is looked for, and not its model.
+  std::optional<std::string> modelFile = {};
 };
 
 struct SourceProblem {
@@ -40,6 +43,17 @@ struct SourceScanResult {
   std::vector<SourceProblem> problems;   // what could not be taken, with the reason; the others are taken all the same
   std::size_t withoutProgram = 0;        // COBOL files of a folder that hold no PROGRAM-ID: copybooks
 };
+
+// Source files by their names, without a look into them.
+struct SourceList {
+  std::string scope;                    // the path that was searched, relative to the root; "" for the root itself
+  bool isFile = false;                  // the path named a file
+  std::vector<std::string> files;       // relative to the root, in the order of the bytes
+  std::vector<SourceProblem> problems;  // folders that cannot be read
+};
+
+// The files that ScanSources would read. Throws as it does.
+SourceList ListSources(const SourceScan& scan);
 
 // Finds the COBOL programs in a file or, recursively, in a folder. In a folder files count by their suffix (".cbl",
 // ".cob", ".cobol", ".pco", in any case); a file that is named itself may have any. Folders whose name begins with "."

@@ -2,7 +2,9 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <memory>
+#include <vector>
 
 #include "platform/error.h"
 #include "platform/objectkey.h"
@@ -16,12 +18,18 @@ using platform::Error;
 using platform::Object;
 using platform::Repository;
 
-std::unique_ptr<Object> FindByFile(Repository& repository, const ScannedProgram& program) {
+// The object of this file and name or, when the file has one object only, that one, whatever its name.
+std::unique_ptr<Object> FindByFile(Repository& repository, const ScannedProgram& program, const std::string& name) {
   const auto fetch = repository.NewFetch();
-  fetch->SetRoot(fetch->AddObject(false, program.language, "ID", "Source=" + platform::FilterValue(program.file)));
-  if (fetch->Execute("")) return nullptr;
-  const std::string id = fetch->Row().Item("ID").Text();
-  return repository.object(fmt::format("{}#{}", program.language, id));
+  fetch->SetRoot(fetch->AddObject(false, program.language, "ID,Name", "Source=" + platform::FilterValue(program.file)));
+  std::vector<std::string> ids;
+  for (fetch->Execute(""); !fetch->Eof(); fetch->MoveNext()) {
+    ids.push_back(fetch->Row().Item("ID").Text());
+    if (fetch->Row().Item("Name").Text() != name) continue;
+    ids = {ids.back()};
+    break;
+  }
+  return ids.size() == 1 ? repository.object(fmt::format("{}#{}", program.language, ids.front())) : nullptr;
 }
 
 // The name to register under; "" in `asName` means the program's own.
@@ -37,19 +45,34 @@ std::unique_ptr<Object> FindKnown(Repository& repository, const ScannedProgram& 
                                   bool nameGiven) {
   // Several programs of one file cannot be told apart by the file.
   if (program.onlyOneOfFile) {
-    if (auto known = FindByFile(repository, program)) {
+    if (auto known = FindByFile(repository, program, name)) {
       const std::string knownName = known->Attrs("Name").Text();
       if (!nameGiven || knownName == name) return known;
-      throw Error(fmt::format("{} is registered already, as {}; leave out --as.", program.file, knownName));
+      throw RegistrationRefused(
+          fmt::format("{} is registered already, as {}; leave out --as.", program.file, knownName));
     }
   }
   auto known = repository.FindObject(program.language, name);
   if (!known) return nullptr;
   const std::string file = known->Attrs("Source").Text();
   if (file == program.file) return known;
-  throw Error(
+  throw RegistrationRefused(
       fmt::format("The program {} of {} is known already from {}; register it under another name with --as NAME.", name,
                   program.file, file));
+}
+
+constexpr std::string_view kDataFlags[] = {"DataView", "DataRelations", "DataDepends"};
+
+bool HasModel(const Object& source, const std::string& modelFile) {
+  return source.Attrs("Quillmark").Text() == modelFile && std::ranges::all_of(kDataFlags, [&](std::string_view flag) {
+           return source.Attrs(flag).Boolean() != modelFile.empty();
+         });
+}
+
+// Between Edit and Post. An empty name stands for no model.
+void PutModel(Object& source, const std::string& modelFile) {
+  source.Attrs("Quillmark", modelFile);
+  for (const auto flag : kDataFlags) source.Attrs(flag, !modelFile.empty());
 }
 
 std::unique_ptr<Object> NewSource(Repository& repository, const ScannedProgram& program, const std::string& name) {
@@ -57,8 +80,7 @@ std::unique_ptr<Object> NewSource(Repository& repository, const ScannedProgram& 
   source->Edit();
   source->Attrs("Source", program.file);
   source->Attrs("SourceLinesNum", static_cast<std::int64_t>(program.lines));
-  for (const char* dataflow : {"DataView", "DataRelations", "DataDepends"}) source->Attrs(dataflow, false);
-  source->Attrs("Quillmark", "");
+  PutModel(*source, program.modelFile.value_or(""));
   source->Post();
   return source;
 }
@@ -87,9 +109,11 @@ std::unique_ptr<Object> NewProducer(Repository& repository, const ScannedProgram
 // True when something had to be written to bring a known source up to date.
 bool Refresh(Object& source, const ScannedProgram& program) {
   const auto lines = static_cast<std::int64_t>(program.lines);
-  if (source.Attrs("SourceLinesNum").Integer() == lines) return false;
+  const bool hasNewModel = program.modelFile && !HasModel(source, *program.modelFile);
+  if (source.Attrs("SourceLinesNum").Integer() == lines && !hasNewModel) return false;
   source.Edit();
   source.Attrs("SourceLinesNum", lines);
+  if (hasNewModel) PutModel(source, *program.modelFile);
   source.Post();
   return true;
 }
@@ -120,6 +144,15 @@ Registration RegisterSource(Repository& repository, std::string_view projectKey,
   using enum Registration::Outcome;
   done.outcome = isNew ? Added : changed || joined ? Updated : Unchanged;
   return done;
+}
+
+bool WithdrawModel(Repository& repository, std::string_view sourceKey) {
+  const auto source = repository.object(sourceKey);
+  if (HasModel(*source, "")) return false;
+  source->Edit();
+  PutModel(*source, "");
+  source->Post();
+  return true;
 }
 
 }  // namespace qmrules::workbench

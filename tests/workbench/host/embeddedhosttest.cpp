@@ -7,6 +7,7 @@
 #include "platform/error.h"
 #include "support/faultyconnection.h"
 #include "support/temporaryfolder.h"
+#include "workbench/host/workspacescan.h"
 #include "workbench/repository/sqliteconnection.h"
 
 namespace qmrules::workbench {
@@ -57,6 +58,32 @@ TEST_F(EmbeddedHostTest, HandsOutTheCurrentProjectAndItsOptions) {
   EXPECT_EQ(host.GetFerrowoodName(7), "Demo");
   EXPECT_TRUE(host.ProjectOptions().Document().selectSingleNode("//TEXT[@NAME='UnassignedBFName']"));
   EXPECT_TRUE(host.GlobalOptions().Document().selectSingleNode("//CASE[@NAME='QMGlossary']"));
+}
+
+TEST_F(EmbeddedHostTest, OpensTheModelsOfScannedSources) {
+  Create();
+  folder_.Write("work/a.cbl",
+                "       PROGRAM-ID. A.\n       DATA DIVISION.\n       WORKING-STORAGE SECTION.\n"
+                "       01  \xDC"
+                "BER  PIC X.\n       PROCEDURE DIVISION.\n           MOVE 'X' TO \xDC"
+                "BER.\n");
+  EmbeddedHost host(Root(), Services());
+  platform::SilentProgress progress;
+  const auto report = ScanWorkspace(host, {}, progress);
+  ASSERT_EQ(report.programs.size(), 1U);
+  const auto source = host.Repository().object(report.programs[0].key);
+  const auto model = host.Models().OpenModel(host.GetFerrowoodName(4) + "\\" + source->Attrs("Quillmark").Text());
+  const auto variables = model->Objects("VAR");
+  ASSERT_FALSE(variables->Eof());
+  EXPECT_EQ(variables->Item().Text(), "\u00DCBER");
+  EXPECT_TRUE(model->Database().OpenRecordset("ExternalRelationships")->Eof());
+}
+
+TEST_F(EmbeddedHostTest, PathsStayInTheSourceFolder) {
+  Create();
+  EmbeddedHost host(Root(), Services());
+  EXPECT_EQ(host.PathOf("cobol/a.cbl"), host.Folder().SourceFolder() + "/cobol/a.cbl");
+  EXPECT_NE(ErrorOf([&] { host.PathOf("../a.cbl"); }), "nothing was thrown");
 }
 
 TEST_F(EmbeddedHostTest, CreationThatFailsLeavesNothing) {

@@ -33,6 +33,8 @@ const OptionCase projectOptions[] = {
     {fromAnywhere + "/CASE[@NAME='RuleExport']/LIST[@NAME='ClosureOptions']", "VALUE", "none"},
     {"//CASE[@ID='ImpactAnalysis']/GROUP[@NAME='Relationships']/LIST[@NAME='Internal']/CASE[@NAME='const.move']",
      "CHECKED", "true"},
+    {"/OPTIONS/CASE[@NAME='Sources']//CASE[@NAME='COBOL']/LIST[@NAME='SourceFormat']", "VALUE", "auto"},
+    {"/OPTIONS/CASE[@NAME='Sources']//CASE[@NAME='COBOL']/STRINGS[@NAME='CopybookFolders']", "", ""},
 };
 
 TEST(DefaultOptions, EveryPathOfTheProjectSelectsOneNodeWithItsValue) {
@@ -74,6 +76,7 @@ TEST(DefaultOptions, AChoiceListsItsValuesAndHasOneOfThem) {
   };
   EXPECT_EQ(choices("SegmentValidation"), "leave,delete,valid,");
   EXPECT_EQ(choices("ClosureOptions"), "none,triggered,");
+  EXPECT_EQ(choices("SourceFormat"), "auto,fixed,wide,free,");
   for (const auto& list : document.selectNodes("//LIST[@VALUE]")) {
     const auto chosen = list.selectNodes("CASE[@NAME='" + list.AttributeOr("VALUE", "") + "']");
     EXPECT_EQ(chosen.size(), 1U) << list.AttributeOr("NAME", "");

@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
 #include <string>
+
+#include "platform/linereader.h"
 
 namespace qmrules::workbench {
 namespace {
@@ -113,6 +116,27 @@ TEST(CobolPrograms, AHeadingWithoutANameIsTold) {
   EXPECT_EQ(Found("       PROGRAM-ID. .\n"), "?1");
   EXPECT_EQ(Found("       PROGRAM-ID. '  '.\n"), "?1");
   EXPECT_EQ(Found("       ID DIVISION.\n       PROGRAM-ID.\n       ENVIRONMENT DIVISION.\n"), "?2");
+}
+
+// Texts put together at random from what means something, so that every state meets every sign.
+TEST(CobolPrograms, AnyTextComesToAnEndWithRowsInTheirOrder) {
+  const std::string_view pieces[] = {"A",       "'",          "\"",      ".",    "*>", "\n", "\r\n",
+                                     "      -", "      *",    " ",       "\t",   "''", "-",  "END PROGRAM",
+                                     "000100 ", "PROGRAM-ID", "       ", "\xff", ">>", "$",  "\0"};
+  std::mt19937 random(20260131);
+  std::uniform_int_distribution<std::size_t> choose(0, std::size(pieces) - 1);
+  for (int round = 0; round < 3000; ++round) {
+    std::string text;
+    for (int piece = 0; piece < 40; ++piece) text += pieces[choose(random)];
+    const auto rows = platform::SplitLines(text).size();
+    std::size_t row = 1;
+    for (const auto& program : FindPrograms(text).programs) {
+      ASSERT_GE(program.row, row) << text;
+      ASSERT_LE(program.row, rows) << text;
+      ASSERT_FALSE(program.programId.empty()) << text;
+      row = program.row;
+    }
+  }
 }
 
 }  // namespace

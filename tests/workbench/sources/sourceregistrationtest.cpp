@@ -67,6 +67,37 @@ TEST_F(SourceRegistrationTest, TheSameSourceAgainChangesNothing) {
   EXPECT_EQ(Count("PROGRAM"), 1);
 }
 
+TEST_F(SourceRegistrationTest, AModelIsToldOfAndWithdrawn) {
+  auto program = Program("A", "a.cbl");
+  program.modelFile = "models/a.qmm";
+  const auto first = Register(program);
+  EXPECT_EQ(Get(first.key, "Quillmark"), "models/a.qmm");
+  for (const char* flag : {"DataView", "DataRelations", "DataDepends"}) EXPECT_EQ(Get(first.key, flag), "true");
+  EXPECT_EQ(Register(program).outcome, Outcome::Unchanged);
+  program.modelFile = "models/b.qmm";
+  EXPECT_EQ(Register(program).outcome, Outcome::Updated);
+  EXPECT_EQ(Get(first.key, "Quillmark"), "models/b.qmm");
+  // Who only registers leaves the model as it is.
+  program.modelFile.reset();
+  EXPECT_EQ(Register(program).outcome, Outcome::Unchanged);
+  EXPECT_EQ(Get(first.key, "Quillmark"), "models/b.qmm");
+  EXPECT_TRUE(WithdrawModel(store_.Repository(), first.key));
+  EXPECT_FALSE(WithdrawModel(store_.Repository(), first.key));
+  EXPECT_EQ(Get(first.key, "Quillmark"), "");
+  for (const char* flag : {"DataView", "DataRelations", "DataDepends"}) EXPECT_EQ(Get(first.key, flag), "false");
+}
+
+TEST_F(SourceRegistrationTest, TheLastProgramOfAFileThatHadSeveralKeepsItsOwnObject) {
+  auto first = Program("A1", "a.cbl");
+  auto second = Program("B1", "a.cbl");
+  first.onlyOneOfFile = second.onlyOneOfFile = false;
+  Register(first);
+  const auto known = Register(second);
+  second.onlyOneOfFile = true;
+  EXPECT_EQ(Register(second).key, known.key);
+  EXPECT_EQ(Register(Program("C1", "a.cbl")).outcome, Outcome::Added);
+}
+
 TEST_F(SourceRegistrationTest, TheSameSourceAgainGetsItsNewNumberOfLines) {
   const auto first = Register(Program("A", "a.cbl", 10));
   store_.Put(first.key, "DataView", true);
