@@ -9,7 +9,8 @@ std::vector<std::unique_ptr<Command>> MakeCommands() {
   std::vector<std::unique_ptr<Command>> commands;
   for (const auto make : {
            MakeInitCommand,       MakeProjectListCommand, MakeProjectCreateCommand,  MakeProjectUseCommand,
-           MakeSourceAddCommand,  MakeSourceListCommand,  MakeFunctionCreateCommand, MakeRuleSetCreateCommand,
+           MakeSourceAddCommand,  MakeSourceListCommand,  MakeScanCommand,           MakeDiagnosticsCommand,
+           MakeModelCommand,      MakeXrefCommand,        MakeFunctionCreateCommand, MakeRuleSetCreateCommand,
            MakeRuleCreateCommand, MakeListCommand,        MakeShowCommand,           MakeSetCommand,
            MakeMoveCommand,       MakeLogCommand,         MakeFetchCommand,          MakeSweepCommand,
            MakeCompletionCommand, MakeManCommand,         MakeHelpCommand,

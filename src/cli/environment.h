@@ -1,6 +1,8 @@
 #pragma once
 
+#include <functional>
 #include <map>
+#include <memory>
 #include <ostream>
 #include <string>
 
@@ -8,6 +10,13 @@
 #include "workbench/repository/connection.h"
 
 namespace qmrules::cli {
+
+// While there is one, the user's wish to stop the program is noted in place of ending the program.
+class InterruptWatch {
+ public:
+  virtual ~InterruptWatch() = default;
+  virtual bool Interrupted() = 0;
+};
 
 // All that a run of the program takes from the process it runs in, so that a run can be made anywhere.
 struct CliEnvironment {
@@ -22,6 +31,9 @@ struct CliEnvironment {
   std::string registryPath = {};  // of the machine's values
   workbench::repository::ConnectionFactory connect = {};  // opens the catalogue's database; empty for SQLite's own
   bool outIsTerminal = false;                             // titles may be made bold
+  bool errIsTerminal = false;                             // progress may be shown
+  // Begins to watch; empty where nobody can interrupt.
+  std::function<std::unique_ptr<InterruptWatch>()> watchInterrupts = {};
 
   // The variable's value; "" for none.
   std::string Variable(const std::string& name) const {

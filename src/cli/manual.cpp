@@ -11,7 +11,8 @@ namespace {
 
 constexpr std::string_view kDescription =
     "qmrules keeps a catalogue of business rules over a folder of legacy sources. Business functions trigger rule sets "
-    "in sequence, rule sets hold rules in sequence, and each rule may point at a run of source lines. All commands but "
+    "in sequence, rule sets hold rules in sequence, and each rule may point at a run of source lines. Scanning makes a "
+    "model of each program, which knows every variable, statement, paragraph and condition of it. All commands but "
     "init work in a workspace: the folder that init has made, or any folder below it.";
 
 struct Term {
@@ -28,7 +29,7 @@ constexpr Term kKeys[] = {
 };
 constexpr Term kExitCodes[] = {
     {"0", "Done."},
-    {"1", "Refused or failed. Nothing was changed."},
+    {"1", "Refused or failed. Nothing was changed; only a scan keeps the models of the other programs."},
     {"2", "The command line is malformed."},
 };
 constexpr Term kVariables[] = {
@@ -37,7 +38,9 @@ constexpr Term kVariables[] = {
     {"NO_COLOR", "When set, titles are not printed in bold on a terminal."},
 };
 constexpr Term kFiles[] = {
-    {".qmrules", "In the workspace: the catalogue, the options of the workspace and the attributes of rules."},
+    {".qmrules",
+     "In the workspace: the catalogue, the models of the programs, the options of the workspace and the attributes of "
+     "rules."},
     {"Projects", "In the workspace: the options and the dataflow of each project."},
 };
 

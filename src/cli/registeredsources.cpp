@@ -23,12 +23,12 @@ std::vector<RegisteredSource> RegisteredSources(workbench::EmbeddedHost& host, c
   for (const auto* entity : host.Repository().Schema().Entities()) {
     if (!IsSource(*entity)) continue;
     const auto fetch = catalogue::NewQuery(host.Repository());
-    fetch->SetRoot(fetch->AddObject(true, entity->Name(), "ID,>Name,Source,SourceLinesNum", filter));
+    fetch->SetRoot(fetch->AddObject(true, entity->Name(), "ID,>Name,Source,SourceLinesNum,Quillmark", filter));
     for (fetch->Execute(projectKey); !fetch->Eof(); fetch->MoveNext()) {
       const auto& row = fetch->Row();
       sources.push_back({catalogue::MakeKey(entity->Name(), catalogue::IDField(row, "ID")), entity->Name(),
                          row.Item("Name").Text(), row.Item("Source").Text(),
-                         row.Item("SourceLinesNum").Value().Integer()});
+                         row.Item("SourceLinesNum").Value().Integer(), row.Item("Quillmark").Text()});
     }
   }
   return sources;

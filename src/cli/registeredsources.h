@@ -14,6 +14,7 @@ struct RegisteredSource {
   std::string name;      // of the program
   std::string file;      // relative to the source folder, with "/"
   std::int64_t lines = 0;
+  std::string modelFile = {};  // likewise; "" where there is no model of it
 };
 
 // The sources of the current project, by language and name. With a file, only the programs of this file.

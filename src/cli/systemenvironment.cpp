@@ -3,9 +3,11 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
+#include <memory>
 #include <system_error>
 
 #include "platform/error.h"
@@ -14,6 +16,38 @@
 namespace qmrules::cli {
 
 namespace {
+
+// Ctrl+C and the polite request to end stay pending and are asked for, so that nothing is cut off in the middle.
+class SignalWatch final : public InterruptWatch {
+ public:
+  SignalWatch() {
+    sigemptyset(&watched_);
+    sigaddset(&watched_, SIGINT);
+    sigaddset(&watched_, SIGTERM);
+    ::pthread_sigmask(SIG_BLOCK, &watched_, &before_);
+  }
+  SignalWatch(const SignalWatch&) = delete;
+  SignalWatch& operator=(const SignalWatch&) = delete;
+  ~SignalWatch() override {
+    // A signal that was heeded must not end the program afterwards.
+    const timespec atOnce{};
+    while (heeded_ && ::sigtimedwait(&watched_, nullptr, &atOnce) > 0) continue;
+    ::pthread_sigmask(SIG_SETMASK, &before_, nullptr);
+  }
+
+  bool Interrupted() override {
+    sigset_t pending;
+    sigemptyset(&pending);
+    ::sigpending(&pending);
+    heeded_ = heeded_ || sigismember(&pending, SIGINT) == 1 || sigismember(&pending, SIGTERM) == 1;
+    return heeded_;
+  }
+
+ private:
+  sigset_t watched_{};
+  sigset_t before_{};
+  bool heeded_ = false;
+};
 
 std::string SettingsPath(const CliEnvironment& environment) {
   const std::string config = environment.Variable("XDG_CONFIG_HOME");
@@ -36,6 +70,8 @@ CliEnvironment SystemEnvironment(const platform::Clock& clock) {
   environment.settingsPath = SettingsPath(environment);
   environment.registryPath = "/etc/qmrules/registry.json";
   environment.outIsTerminal = ::isatty(STDOUT_FILENO) == 1;
+  environment.errIsTerminal = ::isatty(STDERR_FILENO) == 1;
+  environment.watchInterrupts = [] { return std::make_unique<SignalWatch>(); };
   return environment;
 }
 

@@ -15,6 +15,7 @@ LIBRARIES = {
     "libxml2": re.compile(r"libxml/"),
     "nlohmann-json": re.compile(r"nlohmann/"),
     "SQLite": re.compile(r"sqlite3\.h$"),
+    "xxHash": re.compile(r"xxhash\.h$"),
     "CLI11": re.compile(r"CLI/"),
     "Qt": re.compile(r"Q[A-Z]\w*(/|$)|Qt\w+/"),
 }

@@ -1,6 +1,7 @@
 #include "cli/clifixture.h"
 
 #include <filesystem>
+#include <memory>
 #include <ostream>
 #include <sstream>
 
@@ -17,6 +18,15 @@ bool IsSharedDatabaseState(const fs::path& path) {
   return path.string().ends_with("-wal") || path.string().ends_with("-shm");
 }
 
+class KnownInterrupt final : public cli::InterruptWatch {
+ public:
+  explicit KnownInterrupt(bool isInterrupted) : isInterrupted_(isInterrupted) {}
+  bool Interrupted() override { return isInterrupted_; }
+
+ private:
+  bool isInterrupted_;
+};
+
 }  // namespace
 
 void PrintTo(const CliRun& run, std::ostream* out) {
@@ -32,16 +42,19 @@ CliTest::CliTest() : clock_(*platform::ParseTimestamp("2026-01-31 12:00:00")), c
 CliRun CliTest::Run(const std::vector<std::string>& args) {
   std::ostringstream out;
   std::ostringstream err;
-  cli::CliEnvironment environment{.out = out,
-                                  .err = err,
-                                  .clock = clock_,
-                                  .currentFolder = currentFolder_,
-                                  .variables = variables_,
-                                  .userName = "analyst",
-                                  .settingsPath = folder_.File("home/settings.json"),
-                                  .registryPath = folder_.File("home/registry.json"),
-                                  .connect = connect_,
-                                  .outIsTerminal = outIsTerminal_};
+  cli::CliEnvironment environment{
+      .out = out,
+      .err = err,
+      .clock = clock_,
+      .currentFolder = currentFolder_,
+      .variables = variables_,
+      .userName = "analyst",
+      .settingsPath = folder_.File("home/settings.json"),
+      .registryPath = folder_.File("home/registry.json"),
+      .connect = connect_,
+      .outIsTerminal = outIsTerminal_,
+      .errIsTerminal = errIsTerminal_,
+      .watchInterrupts = [this] { return std::make_unique<KnownInterrupt>(isInterrupted_); }};
   const int code = cli::RunCli(args, environment);
   return {code, out.str(), err.str()};
 }

@@ -53,6 +53,8 @@ class CliTest : public ::testing::Test {
   std::map<std::string, std::string> variables_;
   workbench::repository::ConnectionFactory connect_;
   bool outIsTerminal_ = false;
+  bool errIsTerminal_ = false;
+  bool isInterrupted_ = false;  // the user has asked to stop
 };
 
 }  // namespace qmrules::test
