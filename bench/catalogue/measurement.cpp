@@ -37,12 +37,6 @@ void RowSink::AddToSum(std::string_view field) {
   sum_ = (sum_ ^ 0x100U) * 0x100000001B3ULL;
 }
 
-double Median(std::vector<double> values) {
-  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-  std::nth_element(values.begin(), middle, values.end());
-  return *middle;
-}
-
 Comparison Compare(const std::string& name, int rounds, const Side& ours, const Side& raw) {
   Comparison comparison;
   comparison.name = name;
@@ -80,10 +74,6 @@ void Report::Print(const Comparison& comparison) const {
 void Report::AddFetch(const Comparison& comparison) {
   Print(comparison);
   AddBar(comparison.name, comparison.Ratio(), comparison.rows >= longWalkRows ? longWalkLimit : shortWalkLimit);
-}
-
-void Report::PrintBars() const {
-  for (const auto& bar : bars_) fmt::print("bar {} {:.3f} {}\n", bar.name, bar.value, bar.limit);
 }
 
 }  // namespace qmrules::bench

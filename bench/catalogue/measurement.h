@@ -1,22 +1,14 @@
 #pragma once
 
-#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
-#include <vector>
+
+#include "bars.h"
+#include "stopwatch.h"
 
 namespace qmrules::bench {
-
-class Stopwatch {
- public:
-  Stopwatch() : start_(std::chrono::steady_clock::now()) {}
-  double Seconds() const { return std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count(); }
-
- private:
-  std::chrono::steady_clock::time_point start_;
-};
 
 // Where the rows of a walk go: each field comes as a text of its own. While timing only lengths are summed up, so that
 // the sum costs next to nothing; when checking, every byte and its place counts.
@@ -55,8 +47,6 @@ struct Comparison {
   double Ratio() const { return ours / raw; }
 };
 
-double Median(std::vector<double> values);
-
 // Runs both sides once to check that they give the same rows, in every round that is asked for, and then times them in
 // turn. Throws std::runtime_error, naming the comparison, when they differ.
 Comparison Compare(const std::string& name, int rounds, const Side& ours, const Side& raw);
@@ -66,18 +56,13 @@ class Report {
  public:
   void PrintHeading() const;
   void Print(const Comparison& comparison) const;
-  void AddBar(const std::string& name, double value, double limit) { bars_.push_back({name, value, limit}); }
+  void AddBar(const std::string& name, double value, double limit) { bars_.Add(name, value, limit); }
   // Prints the comparison and makes its ratio a bar: the limit is the one for long walks from 10,000 rows on.
   void AddFetch(const Comparison& comparison);
-  void PrintBars() const;
+  void PrintBars() const { bars_.Print(); }
 
  private:
-  struct Bar {
-    std::string name;
-    double value;
-    double limit;
-  };
-  std::vector<Bar> bars_;
+  Bars bars_;
 };
 
 }  // namespace qmrules::bench

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace qmrules::bench {
+
+// A COBOL program of about this many lines, in fixed form, of the kind that shops keep: a fifth of it data, the rest
+// paragraphs of some thirty lines with nested IF, EVALUATE, PERFORM in all forms, arithmetic, STRING, CALL, files,
+// qualified and subscripted references, mostly to the areas that the paragraph is about, one line in eight a comment. A
+// compiler accepts it. The same numbers give the
+// same text.
+std::string GenerateProgram(std::uint32_t lines, std::uint32_t seed);
+
+}  // namespace qmrules::bench
