@@ -102,7 +102,7 @@ void TreeJumps::ToTriggered() {
 // The row goes when another node is shown, so all that is needed of it is taken first.
 void TreeJumps::ToContent(const ListRow& row) {
   if (row.ForeColor() == Color::Grey) return;
-  const std::string rowKey = row.Key();
+  const std::string rowKey{std::string_view(row.Key())};
   const TreeNodeHandle current(services_.host.CurrentNode());
   if (current.Get() == nullptr) return;
   const BusyCursor busy(services_.pointer);

@@ -82,6 +82,7 @@ CopybookIndex::CopybookIndex(const fs::path& root, const std::vector<std::string
 void CopybookIndex::Walk(const fs::path& root, const std::vector<std::string>& copybookFolders,
                          const SourceLimits& limits) {
   std::vector<std::pair<fs::path, int>> folders;
+  folders.reserve(copybookFolders.size() + 1);
   // A folder that was named is searched even where the walk from the root passes it over.
   for (const std::string& folder : copybookFolders) folders.emplace_back(root / folder, limits.depth);
   folders.emplace_back(root, 1);
@@ -121,7 +122,8 @@ void CopybookIndex::Add(const fs::path& root, const fs::path& file) {
     folders_.push_back({std::move(path), std::move(folded)});
   }
   std::string name = file.filename().string();
-  places_[shell::FoldCase(name)].push_back({number->second, std::move(name)});
+  auto& places = places_[shell::FoldCase(name)];
+  places.push_back({number->second, std::move(name)});
 }
 
 // The folders with copybooks, where none were named.

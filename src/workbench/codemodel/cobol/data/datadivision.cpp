@@ -125,21 +125,20 @@ void ParseDataDivision(HeadContext& context) {
     const Header header = HeaderAt(context);
     if (IsDataSection(header)) {
       ParseSection(context, header);
-    } else if (header != Header::None) {
-      break;
-    } else if (AtBrokenEntry(context) || context.cursor.At(Word::Fd) || context.cursor.At(Word::Sd)) {
+      continue;
+    }
+    if (header != Header::None) break;
+    const bool isFile = context.cursor.At(Word::Fd) || context.cursor.At(Word::Sd);
+    if (isFile || AtBrokenEntry(context)) {
       context.Report("The header of a section of the data division is missing before this.");
-      const bool isFile = context.cursor.At(Word::Fd) || context.cursor.At(Word::Sd);
       SectionParser(context, isFile ? DataSectionKind::File : DataSectionKind::WorkingStorage).Parse();
       if (HeaderAt(context) == Header::None) break;
-    } else if (PassEmbedded(context)) {
       continue;
-    } else if (IsVerb(context.cursor.WordAt())) {
-      break;
-    } else if (!context.cursor.Accept(TokenKind::Period)) {
-      context.Report("This is no part of the data division.");
-      SkipSentence(context);
     }
+    if (PassEmbedded(context) || context.cursor.Accept(TokenKind::Period)) continue;
+    if (IsVerb(context.cursor.WordAt())) break;
+    context.Report("This is no part of the data division.");
+    SkipSentence(context);
   }
   model.Close(division, context.cursor.Previous());
 }
@@ -154,18 +153,20 @@ ProgramHead ParseProgramHead(TokenCursor& cursor, ModelBuilder& model, ProgramSc
     if (EndsHead(header)) break;
     if (header == Header::Environment || IsEnvironmentPart(header)) {
       ParseEnvironment(context);
-    } else if (header == Header::Data || IsDataSection(header)) {
-      ParseDataDivision(context);
-    } else if (PassEmbedded(context)) {
       continue;
-    } else if (IsVerb(cursor.WordAt())) {
-      break;
-    } else if (AtBrokenEntry(context) && cursor.At(TokenKind::Number)) {
-      ParseDataDivision(context);
-    } else if (!cursor.Accept(TokenKind::Period)) {
-      context.Report("This is no part of a division.");
-      SkipSentence(context);
     }
+    if (header == Header::Data || IsDataSection(header)) {
+      ParseDataDivision(context);
+      continue;
+    }
+    if (PassEmbedded(context) || cursor.Accept(TokenKind::Period)) continue;
+    if (IsVerb(cursor.WordAt())) break;
+    if (AtBrokenEntry(context) && cursor.At(TokenKind::Number)) {
+      ParseDataDivision(context);
+      continue;
+    }
+    context.Report("This is no part of a division.");
+    SkipSentence(context);
   }
   context.TiePending();
   return head;

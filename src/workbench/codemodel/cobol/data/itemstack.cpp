@@ -63,7 +63,7 @@ NodeId ItemStack::Open(std::uint8_t level, std::uint32_t firstToken) {
     if (file.firstRecord == 0) file.firstRecord = node;
     item.area = file.firstRecord;
   }
-  items_.push_back(std::move(item));
+  items_.push_back(item);
   context_.model.AddDecl(node);
   return node;
 }
@@ -143,7 +143,7 @@ void ItemStack::CloseAll() {
 
 void ItemStack::CloseDownTo(std::size_t count) {
   while (items_.size() > count) {
-    Item item = std::move(items_.back());
+    Item item = items_.back();
     items_.pop_back();
     Settle(item);
     context_.model.Close(item.description.node, lastToken_);

@@ -17,7 +17,7 @@ namespace {
 
 // What every program may cost, besides what its files allow.
 constexpr std::size_t kFreeTokens = 100'000;
-constexpr std::size_t kFreeBytes = 16 * 1024 * 1024;
+constexpr std::size_t kFreeBytes = std::size_t{16} * 1024 * 1024;
 constexpr std::size_t kFreeComparisons = 10'000'000;
 constexpr std::size_t kComparisonsForToken = 16;
 // REPLACE ALSO statements that are active together.
