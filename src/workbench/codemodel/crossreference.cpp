@@ -104,6 +104,7 @@ std::vector<std::string> FindSimilarNames(const ModelImage& model, std::string_v
     if (similar.size() > most) similar.erase(std::prev(similar.end()));
   }
   std::vector<std::string> result;
+  result.reserve(similar.size());
   for (const auto& entry : similar) result.push_back(std::get<1>(entry));
   return result;
 }

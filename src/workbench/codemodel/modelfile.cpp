@@ -79,7 +79,7 @@ bool ReadHead(std::span<const std::byte> bytes, ModelHead& head) {
     file.name = reader.Text();
     for (std::uint64_t& hash : file.hash) hash = reader.Number64();
   }
-  constexpr std::size_t leastDependency = 3 * 4;
+  constexpr std::size_t leastDependency = std::size_t{3} * 4;
   head.dependencies.resize(reader.Count(leastDependency));
   for (Dependency& dependency : head.dependencies) {
     dependency.name = reader.Text();
@@ -93,7 +93,7 @@ bool ReadHead(std::span<const std::byte> bytes, ModelHead& head) {
 template <typename Take>
 bool ReadDiagnostics(std::span<const std::byte> bytes, const Take& take) {
   ByteReader reader(bytes);
-  constexpr std::size_t least = 5 * 4;
+  constexpr std::size_t least = std::size_t{5} * 4;
   const std::uint32_t count = reader.Count(least);
   for (std::uint32_t index = 0; index < count && !reader.Failed(); ++index) {
     const std::uint32_t severity = reader.Number32();
@@ -121,7 +121,7 @@ auto Reading(const Call& call) {
 
 ModelHead ReadModelHead(const std::string& path) {
   // Nearly every head is smaller than this, and then one reading is enough.
-  constexpr std::size_t firstReading = 4 * 1024;
+  constexpr std::size_t firstReading = std::size_t{4} * 1024;
   platform::DiskFileStart start = Reading([&] { return platform::ReadDiskFileStart(path, firstReading); });
   ModelFileHeader header;
   if (const auto wrong = ReadHeader(std::as_bytes(std::span(start.bytes)), start.size, header)) {

@@ -113,7 +113,7 @@ void FillTexts(std::string& file, const SectionPlan& plan, const std::vector<std
   char* bytes = plan.In(file, ModelSection::Texts);
   std::uint32_t end = 0;
   for (const std::string& text : texts) {
-    if (!text.empty()) std::memcpy(bytes + end, text.data(), text.size());
+    std::ranges::copy(text, bytes + end);
     end += static_cast<std::uint32_t>(text.size());
     std::memcpy(ends, &end, sizeof end);
     ends += sizeof end;

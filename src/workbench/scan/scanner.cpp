@@ -32,7 +32,7 @@ bool IsWithin(std::string_view scope, std::string_view file) {
   return scope.empty() || file == scope || (file.starts_with(scope) && file.substr(scope.size()).starts_with('/'));
 }
 
-std::string WithoutFile(std::string text, const std::string& file) {
+std::string WithoutFile(const std::string& text, const std::string& file) {
   const std::string prefix = file + ": ";
   return text.starts_with(prefix) ? text.substr(prefix.size()) : text;
 }

@@ -158,6 +158,13 @@ TEST_F(HostileInput, AReplacementThatGrowsWithoutEndEndsAtTheLimit) {
   EXPECT_LE(model.nodes.size(), 100'000'000U);
 }
 
+TEST_F(HostileInput, AnEndOfScopeInAreaAIsNoHeaderAndDoesNotStopTheParser) {
+  for (const std::string_view word : {"END-XML", "END-JSON", "END-IF", "ELSE", "WHEN", "COMMIT", "JSON"}) {
+    const auto model = Survivor(fmt::format("{}{}       {}.\n{}", kHead, kProcedure, word, kTail));
+    EXPECT_EQ(CountVerb(model, cobol::Verb::Move), 1U) << word;
+  }
+}
+
 TEST_F(HostileInput, FiftyThousandItemsOfOneNameAreDeclaredAndAmbiguous) {
   std::string text(kHead);
   for (int i = 0; i < 50'000; ++i) text += "       01  SAME                 PIC X.\n";

@@ -73,15 +73,13 @@ void ParseIdentification(HeadContext& context, ProgramHead& head) {
     const bool isKnown = head.name != SymbolTable::kNone;
     if (header == Header::Program && !isKnown) {
       ParseProgramId(context, head);
-    } else if (header != Header::None) {
+    } else if (header != Header::None || (cursor.Index() == first && IsVerb(cursor.WordAt()))) {
       break;
     } else if (IsRemark(cursor.WordAt()) || cursor.At(TokenKind::Period)) {
       cursor.Next();
     } else if (!isKnown && AtGarbledProgramId(context)) {
       context.Report("PROGRAM-ID is missing here.");
       ParseProgramId(context, head);
-    } else if (IsVerb(cursor.WordAt()) && cursor.Index() == first) {
-      break;
     } else {
       context.Report("This is no part of the identification division.");
       SkipSentence(context);

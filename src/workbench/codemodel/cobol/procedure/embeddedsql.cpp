@@ -160,9 +160,8 @@ void SqlStatement::Word(std::string_view word) {
   } else if (word == "FROM") {
     if (selects_[Depth()] && WordBefore(parser_, end_) != "FINAL") Tables();
   } else if (word == "JOIN" || (word == "UPDATE" && Is("UPDATE")) || word == "INTO" ||
-             (word == "TABLE" && (Is("DECLARE") || Is("LOCK") || Is("TRUNCATE")))) {
-    Name(Role::Other);
-  } else if (word == "DECLARE" && Is("DECLARE") && WordBefore(parser_, end_) != "GLOBAL") {
+             (word == "TABLE" && (Is("DECLARE") || Is("LOCK") || Is("TRUNCATE"))) ||
+             (word == "DECLARE" && Is("DECLARE") && WordBefore(parser_, end_) != "GLOBAL")) {
     Name(Role::Other);
   } else if (word == "OF" && cursor_.Index() > 1) {
     // WHERE CURRENT OF c; FOR UPDATE OF names columns.

@@ -44,7 +44,7 @@ bool Operands::AtHeader() const {
   if (token.kind != TokenKind::Word) return false;
   if (cursor_.Ahead(1).kind != TokenKind::Period && cursor_.WordAt(1) != Word::Section) return false;
   const Word word = WordOf(token.symbol);
-  if (word != Word::None && IsReserved(word)) return false;
+  if (word != Word::None && (IsReserved(word) || IsScopeEnd(word))) return false;
   if (scope_->IsDeclared(token.symbol) || scope_->IsRegister(token.symbol)) return false;
   return !cursor_.Source().isFreeForm || !IsExpected();
 }
@@ -409,10 +409,8 @@ void Operands::InParentheses(NodeId owner, Role& role, NodeId before) {
       cursor_.Next();
     } else if (!isOperator && Operand(role) != 0) {
       afterOperand = true;
-    } else if (IsOperator(kind)) {
-      cursor_.Next();
-    } else if (kind == TokenKind::Word && role == Role::Argument && !IsVerb(cursor_.WordAt())) {
-      cursor_.Next();  // LEADING and the like
+    } else if (IsOperator(kind) || (kind == TokenKind::Word && role == Role::Argument && !IsVerb(cursor_.WordAt()))) {
+      cursor_.Next();  // an operator, or LEADING and the like
     } else if (kind == TokenKind::Word || kind == TokenKind::Period || kind == TokenKind::End) {
       model_.Report(Severity::Gap, cursor_.Index(), "A closing parenthesis is missing.");
       return;

@@ -143,11 +143,13 @@ void StatementParser::Statements() {
 }
 
 void StatementParser::Sentence() {
+  const std::uint32_t first = cursor_.Index();
   flattened_ = false;
   for (;;) {
     Statements();
     if (cursor_.Accept(TokenKind::Period)) return;
-    if (AtDivisionEnd() || operands_.AtHeader()) {
+    // What stands first is passed over if nothing else takes it, so that every sentence ends behind its beginning.
+    if (AtDivisionEnd() || (operands_.AtHeader() && cursor_.Index() != first)) {
       model_.Report(Severity::Warning, cursor_.Index(), "A full stop is missing before this.");
       return;
     }

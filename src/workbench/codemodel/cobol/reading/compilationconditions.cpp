@@ -33,17 +33,17 @@ enum class Relational : std::uint8_t { None, Equal, NotEqual, Less, LessEqual, G
 bool Holds(Relational relation, std::partial_ordering order) {
   switch (relation) {
     case Relational::Equal:
-      return order == 0;
+      return std::is_eq(order);
     case Relational::NotEqual:
-      return order != 0;
+      return std::is_neq(order);
     case Relational::Less:
-      return order < 0;
+      return std::is_lt(order);
     case Relational::LessEqual:
-      return order <= 0;
+      return std::is_lteq(order);
     case Relational::Greater:
-      return order > 0;
+      return std::is_gt(order);
     case Relational::GreaterEqual:
-      return order >= 0;
+      return std::is_gteq(order);
     case Relational::None:
       break;
   }
@@ -275,11 +275,11 @@ CompilationConditions::Truth CompilationConditions::Matches(const Item& subject,
   words.Next();
   if (!left || !first) return Truth::Unknown;
   if (!words.AcceptName("THRU") && !words.AcceptName("THROUGH")) {
-    return Compare(*left, *first) == 0 ? Truth::True : Truth::False;
+    return std::is_eq(Compare(*left, *first)) ? Truth::True : Truth::False;
   }
   const auto last = ValueOf(words.Current());
   if (!last) return Truth::Unknown;
-  return Compare(*left, *first) >= 0 && Compare(*left, *last) <= 0 ? Truth::True : Truth::False;
+  return std::is_gteq(Compare(*left, *first)) && std::is_lteq(Compare(*left, *last)) ? Truth::True : Truth::False;
 }
 
 std::optional<std::string> CompilationConditions::ValueOf(const Item& item) const {

@@ -10,7 +10,7 @@ namespace qmrules::workbench::codemodel::cobol {
 ProgramReader::ProgramReader(SourceProvider& provider, SymbolTable& symbols, LexerOptions options, ReaderLimits limits)
     : provider_(provider),
       symbols_(symbols),
-      options_(std::move(options)),
+      options_(options),
       limits_(limits),
       copybooks_(std::make_unique<Copybooks>(provider, symbols)) {}
 
