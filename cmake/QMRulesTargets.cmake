@@ -34,6 +34,26 @@ function(qmrules_test NAME)
                        PROPERTIES ENVIRONMENT "LSAN_OPTIONS=exitcode=23")
 endfunction()
 
+# qmrules_desktop_library(NAME SOURCES file... [LINK target...] [PRIVATE target...])
+# The same for a folder below src/desktop, with Qt's classes and its resources (.qrc) among the sources.
+function(qmrules_desktop_library NAME)
+  qmrules_library(${NAME} ${ARGN})
+  set_target_properties(qmrules_${NAME} PROPERTIES AUTOMOC ON AUTORCC ON)
+  target_link_libraries(qmrules_${NAME} PUBLIC Qt6::Widgets)
+endfunction()
+
+# qmrules_desktop_test(NAME SOURCES file... LINK target...)
+# A test program over Qt's offscreen platform, which its own main starts.
+function(qmrules_desktop_test NAME)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+  add_executable(${NAME}_test ${ARG_SOURCES} ${CMAKE_SOURCE_DIR}/tests/desktop/desktoptestmain.cpp)
+  set_target_properties(${NAME}_test PROPERTIES AUTOMOC ON)
+  target_include_directories(${NAME}_test PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+  target_link_libraries(${NAME}_test PRIVATE qmrules_settings ${ARG_LINK} Qt6::Widgets Qt6::Test GTest::gmock)
+  gtest_discover_tests(${NAME}_test TEST_PREFIX "${NAME}." DISCOVERY_MODE PRE_TEST PROPERTIES ENVIRONMENT
+                       "LSAN_OPTIONS=exitcode=23:suppressions=${CMAKE_SOURCE_DIR}/tests/desktop/leaks.supp")
+endfunction()
+
 # qmrules_embed(TARGET FILE VARIABLE)
 # Compiles the text file into TARGET as `extern const std::string_view qmrules::embedded::VARIABLE`.
 function(qmrules_embed TARGET FILE VARIABLE)

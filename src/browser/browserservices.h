@@ -3,7 +3,7 @@
 #include <string>
 
 #include "browser/browserhost.h"
-#include "browser/browserwidgets.h"
+#include "browser/controlwidgets.h"
 #include "platform/commandsink.h"
 #include "platform/frontend.h"
 #include "platform/pointer.h"
@@ -22,7 +22,7 @@ struct BrowserServices {
   const platform::TesselGlobals& globals;
   platform::CommandSink& commands;
   BrowserHost& host;
-  BrowserWidgets widgets;
+  ControlWidgets& widgets;
 
   platform::Repository& Repository() const { return FE.Repository(); }
   // Throws Error when no project is chosen.

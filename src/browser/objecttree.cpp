@@ -77,7 +77,7 @@ void ObjectTree::LoadTree() {
 }
 
 void ObjectTree::ClearLists() {
-  const BrowserWidgets& widgets = services_.widgets;
+  const ControlWidgets& widgets = services_.widgets;
   for (auto* list : {&widgets.lvContent, &widgets.lvTriggers, &widgets.lvIOElems, &widgets.lvConditions}) list->Clear();
   widgets.txtTriggers.SetText(services_.texts.Text(kNoTrigger));
 }

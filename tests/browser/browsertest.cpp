@@ -101,10 +101,6 @@ BrowserTest::BrowserTest() {
   host.emptied = {&lvContent, &lvTriggers, &lvIOElems, &lvConditions};
   AddCommandItems(mnuPopup);
   AddButtons(tbToolbar);
-  for (const char* column : {"IOName", "Kind", "BusinessName", "Description"}) lvIOElems.AddColumn(column, column);
-  for (const char* column : {"CondName", "Operator", "Argument", "Description"}) {
-    lvConditions.AddColumn(column, column);
-  }
 }
 
 TreeNode& BrowserTest::Node(const std::string& text) {

@@ -98,26 +98,19 @@ class BrowserTest : public testing::Test {
   RecordingHost host;
   RecordingCommands commands;
 
-  platform::widgets::TreeView tvObjects{"tvObjects"};
-  platform::widgets::ListView lvContent{"lvContent"};
-  platform::widgets::ListView lvTriggers{"lvTriggers"};
-  platform::widgets::ListView lvIOElems{"lvIOElems"};
-  platform::widgets::ListView lvConditions{"lvConditions"};
-  platform::widgets::TextBox txtTriggers{"txtTriggers"};
-  platform::widgets::RichTextBox rtbDescription{"rtbDescription"};
-  platform::widgets::RichTextBox rtbBusiness{"rtbBusiness"};
-  platform::widgets::Menu mnuPopup{"mnuPopup"};
-  platform::widgets::ToolBar tbToolbar{"tbToolbar"};
+  ControlWidgets widgets{texts};
+  platform::widgets::TreeView& tvObjects = widgets.tvObjects;
+  platform::widgets::ListView& lvContent = widgets.lvContent;
+  platform::widgets::ListView& lvTriggers = widgets.lvTriggers;
+  platform::widgets::ListView& lvIOElems = widgets.lvIOElems;
+  platform::widgets::ListView& lvConditions = widgets.lvConditions;
+  platform::widgets::TextBox& txtTriggers = widgets.txtTriggers;
+  platform::widgets::RichTextBox& rtbDescription = widgets.rtbDescription;
+  platform::widgets::RichTextBox& rtbBusiness = widgets.rtbBusiness;
+  platform::widgets::Menu& mnuPopup = widgets.mnuPopup;
+  platform::widgets::ToolBar& tbToolbar = widgets.tbToolbar;
 
-  BrowserServices services{frontEnd,
-                           progress,
-                           pointer,
-                           texts,
-                           globals,
-                           commands,
-                           host,
-                           {tvObjects, lvContent, lvTriggers, lvIOElems, lvConditions, txtTriggers, rtbDescription,
-                            rtbBusiness, mnuPopup, tbToolbar}};
+  BrowserServices services{frontEnd, progress, pointer, texts, globals, commands, host, widgets};
   SelectedKeys selectedKeys;
   ObjectTree objects{services, selectedKeys};
   SelectedOnly selectedOnly{services, objects, selectedKeys};

@@ -22,13 +22,14 @@ std::string SpokenCaption(std::string_view caption) {
 
 }  // namespace
 
-void Container::Adopt(std::unique_ptr<Widget> widget) {
+void Container::Adopt(std::unique_ptr<Widget> widget, const Widget* next) {
   if (Find(widget->Name(), widget->Index()) != nullptr) {
     throw std::invalid_argument("there is a widget " + widget->Name() + "(" + std::to_string(widget->Index()) +
                                 ") already");
   }
   widget->SetFocusOwner(this);
-  widgets_.push_back(std::move(widget));
+  const auto place = next == nullptr ? widgets_.size() : PlaceOf(next);
+  widgets_.insert(widgets_.begin() + static_cast<std::ptrdiff_t>(place), std::move(widget));
 }
 
 void Container::Remove(Widget& widget) {

@@ -27,9 +27,14 @@ class Container : public FocusOwner {
   // Makes a widget, behind those that stand already. Throws std::invalid_argument when name and index are taken.
   template <class W>
   W& Add(std::string name, int index = 0) {
+    return AddBefore<W>(nullptr, std::move(name), index);
+  }
+  // The same, with its place in tab order before a widget of this container; nullptr: behind all.
+  template <class W>
+  W& AddBefore(const Widget* next, std::string name, int index = 0) {
     auto widget = std::make_unique<W>(std::move(name), index);
     W& added = *widget;
-    Adopt(std::move(widget));
+    Adopt(std::move(widget), next);
     return added;
   }
   // Destroys a widget of this container, with the focus gone from it untold. Not to be called from within an event of
@@ -84,7 +89,7 @@ class Container : public FocusOwner {
   void CloseContainer();
 
  private:
-  void Adopt(std::unique_ptr<Widget> widget);
+  void Adopt(std::unique_ptr<Widget> widget, const Widget* next);
   std::size_t PlaceOf(const Widget* widget) const;
   bool FocusAlong(bool forward);
   bool FocusBehind(std::size_t place);
