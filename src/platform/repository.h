@@ -1,11 +1,13 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/event.h"
 #include "platform/fetch.h"
@@ -75,6 +77,17 @@ class Transaction {
   virtual void Commit() = 0;
 };
 
+// The most changes of other processes that are told one by one.
+inline constexpr std::size_t kMostForeignChanges = 500;
+
+// What other processes have changed.
+struct ForeignChanges {
+  // Keys of the objects that were added, changed, deleted, linked or unlinked, each once, in the order of the changes.
+  std::vector<std::string> objects;
+  // There were more changes than kMostForeignChanges: none of them is told, everything may have changed.
+  bool areTooMany = false;
+};
+
 // The catalogue's store. One thread. Events are raised on the calling thread, after the change that they tell of;
 // observers may write while they run.
 class Repository {
@@ -109,6 +122,13 @@ class Repository {
 
   // Begins a transaction; one inside another is part of it, and only the outer Commit writes.
   [[nodiscard]] virtual std::unique_ptr<Transaction> BeginTransaction() = 0;
+
+  // Tells of what other processes have committed since the last call or, for the first one, since the store was opened:
+  // raises the events of what they added, deleted, linked and unlinked, in their order, and gives the objects
+  // concerned. The store may have moved on meanwhile, so an event's object need not be there any more. Gives nothing
+  // while a transaction is open. Costs next to nothing when nothing has changed. Throws Error, with nothing told, when
+  // the store cannot be read.
+  virtual ForeignChanges TakeForeignChanges() = 0;
 
   using ObjectObserver = std::function<void(const std::string& objectKey)>;
   using RelationObserver =

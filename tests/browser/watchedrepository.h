@@ -51,6 +51,7 @@ class WatchedRepository final : public platform::Repository {
     return repository_.BeginCommand(name);
   }
   std::unique_ptr<platform::Transaction> BeginTransaction() override { return repository_.BeginTransaction(); }
+  platform::ForeignChanges TakeForeignChanges() override { return repository_.TakeForeignChanges(); }
   platform::Subscription OnObjectAdded(ObjectObserver observer) override {
     return repository_.OnObjectAdded(std::move(observer));
   }

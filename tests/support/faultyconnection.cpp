@@ -59,6 +59,7 @@ class FaultyConnection final : public Connection {
   }
   std::int64_t LastInsertedID() const override { return connection_->LastInsertedID(); }
   std::int64_t ChangedRows() const override { return connection_->ChangedRows(); }
+  std::int64_t ForeignVersion() override { return connection_->ForeignVersion(); }
   bool InTransaction() const override { return connection_->InTransaction(); }
   void TakeOver() override { connection_->TakeOver(); }
   const std::string& Name() const override { return connection_->Name(); }

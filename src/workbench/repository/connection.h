@@ -46,6 +46,8 @@ class Connection {
   // Rows changed by the last statement that changes rows.
   virtual std::int64_t ChangedRows() const = 0;
   virtual bool InTransaction() const = 0;
+  // A number that is another one once another connection has committed.
+  virtual std::int64_t ForeignVersion() = 0;
   // Puts in place what the database keeps in its own file, outside any transaction. Called only for a file that is
   // known to be the store's: another program's stays as it is.
   virtual void TakeOver() = 0;

@@ -221,15 +221,24 @@ void CommandJournal::StoreCommand(JournalCommand& command) {
   statement->BindText(2, command.name);
   statement->Step();
   command.id = session_.Database().LastInsertedID();
+  openRows_.push_back(command.id);
 }
 
 void CommandJournal::AfterCommit() {
+  ownRows_.insert(openRows_.begin(), openRows_.end());
+  openRows_.clear();
   if (command_) command_->isStored = command_->id != 0;
   if (!inCommand_) command_.reset();
 }
 
+void CommandJournal::ForgetEndedCommands() {
+  ownRows_.clear();
+  if (command_ && command_->isStored) ownRows_.insert(command_->id);
+}
+
 void CommandJournal::AfterRollback() {
   AfterPartialRollback(0);
+  openRows_.clear();
   if (!inCommand_) command_.reset();
 }
 
@@ -237,7 +246,9 @@ void CommandJournal::AfterPartialRollback(std::int64_t before) {
   held_.clear();
   heldBytes_ = 0;
   // A row that was not there before has been written within the part that is undone.
-  if (command_ && !command_->isStored && command_->id != before) command_->id = 0;
+  if (!command_ || command_->isStored || command_->id == before) return;
+  std::erase(openRows_, command_->id);
+  command_->id = 0;
 }
 
 }  // namespace qmrules::workbench::repository

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "workbench/repository/storedvalue.h"
@@ -83,6 +84,11 @@ class CommandJournal {
   // The command's row, as far as one has been written; 0 for none.
   std::int64_t RowOfCommand() const { return command_ ? command_->id : 0; }
 
+  // True for a command row that this process has written and committed.
+  bool WroteCommand(std::int64_t row) const { return ownRows_.contains(row); }
+  // Of the committed rows keeps only the one that more entries may come to.
+  void ForgetEndedCommands();
+
  private:
   // Writes those from `first` on.
   void WriteRows(std::size_t first, std::size_t rows);
@@ -93,6 +99,8 @@ class CommandJournal {
   bool inCommand_ = false;
   std::vector<JournalEntry> held_;
   std::size_t heldBytes_ = 0;
+  std::vector<std::int64_t> openRows_;         // of commands, written in the open transaction
+  std::unordered_set<std::int64_t> ownRows_;  // and those that were committed
 };
 
 }  // namespace qmrules::workbench::repository

@@ -172,6 +172,11 @@ class SqliteConnection final : public Connection {
   }
   std::int64_t LastInsertedID() const override { return sqlite3_last_insert_rowid(handle_.get()); }
   std::int64_t ChangedRows() const override { return sqlite3_changes64(handle_.get()); }
+  std::int64_t ForeignVersion() override {
+    SqliteStatement statement(handle_.get(), name_, "PRAGMA data_version");
+    statement.Step();
+    return statement.Integer(0);
+  }
   bool InTransaction() const override { return sqlite3_get_autocommit(handle_.get()) == 0; }
   // With the write-ahead log readers and one writer do not wait for each other. The file keeps this mode. While the
   // mode is changed SQLite does not wait for a process that does the same, so the waiting is done here.

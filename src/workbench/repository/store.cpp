@@ -6,6 +6,7 @@
 
 #include "platform/error.h"
 #include "platform/objectkey.h"
+#include "workbench/repository/foreignchanges.h"
 #include "workbench/repository/sqliteconnection.h"
 #include "workbench/repository/storedatabase.h"
 #include "workbench/repository/storefetch.h"
@@ -53,7 +54,9 @@ class Store final : public platform::Repository {
  public:
   Store(std::unique_ptr<Connection> connection, std::unique_ptr<StoreSchema> schema, const platform::Clock& clock,
         const std::string& userName)
-      : session_(std::move(connection), std::move(schema), clock, userName), database_(session_) {}
+      : session_(std::move(connection), std::move(schema), clock, userName),
+        database_(session_),
+        foreignChanges_(session_) {}
 
   std::unique_ptr<platform::Object> object(std::string_view key) override {
     const auto object = ParseRef(session_.Schema(), key);
@@ -105,6 +108,8 @@ class Store final : public platform::Repository {
     return std::make_unique<OpenTransaction>(session_);
   }
 
+  platform::ForeignChanges TakeForeignChanges() override { return foreignChanges_.Take(); }
+
   platform::Subscription OnObjectAdded(ObjectObserver observer) override {
     return session_.Events().objectAdded.Subscribe(std::move(observer));
   }
@@ -121,6 +126,7 @@ class Store final : public platform::Repository {
  private:
   StoreSession session_;
   StoreDatabase database_;
+  ForeignChangeReader foreignChanges_;
 };
 
 std::optional<platform::XmlDocument> LoadExtension(const std::string& path) {
