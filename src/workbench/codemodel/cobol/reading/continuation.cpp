@@ -85,7 +85,7 @@ void FileLexer::ConcatenateLiteral() {
     at_ = SkipBlanks(at_, end_);
     const char quote = QuoteOf(lexed_.Text(lexed_.tokens[lexed_.tokens.size() - 2]));
     if (at_ == end_ || *at_ != quote) return;
-    lexed_.tokens.pop_back();
+    DropToken();
     std::string text = TakeText(lexed_.tokens.back());
     text.pop_back();
     const char* lastEnd = nullptr;
@@ -143,12 +143,12 @@ void FileLexer::ContinueToken() {
       break;
     case TokenKind::Minus:
       if (before != TokenKind::Word || !IsWordCharacter(*at_)) break;
-      lexed_.tokens.pop_back();
+      DropToken();
       ContinueWord("-");
       break;
     case TokenKind::Period:
       if (before != TokenKind::Number || decimalPoint_ != '.' || !IsDigit(*at_)) break;
-      lexed_.tokens.pop_back();
+      DropToken();
       ContinueWord(".");
       break;
     default:

@@ -159,6 +159,13 @@ Token& FileLexer::Push(TokenKind kind, const char* begin, const char* end) {
   return token;
 }
 
+void FileLexer::DropToken() {
+  lexed_.tokens.pop_back();
+  const auto count = static_cast<std::uint32_t>(lexed_.tokens.size());
+  auto& directives = lexed_.directives;
+  for (auto last = directives.rbegin(); last != directives.rend() && last->token > count; ++last) last->token = count;
+}
+
 void FileLexer::LexWord() {
   const char* const begin = at_;
   const char* end = SkipWord(begin, end_);

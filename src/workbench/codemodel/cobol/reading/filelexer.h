@@ -28,6 +28,8 @@ class FileLexer {
 
   // Tokens.
   Token& Push(TokenKind kind, const char* begin, const char* end);
+  // Takes the last token back. Directives behind it move up with what follows.
+  void DropToken();
   void LexWord();
   void LexNumber();
   void LexPicture();

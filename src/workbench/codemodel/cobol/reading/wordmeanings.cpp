@@ -128,7 +128,7 @@ void FileLexer::TakeListing(Word word) {
     if (behind != end_ && *behind == '.') behind = SkipBlanks(behind + 1, end_);
     if (behind != end_) return;
   }
-  lexed_.tokens.pop_back();
+  DropToken();
   at_ = end_;
   previousEnd_ = nullptr;
 }

@@ -144,5 +144,14 @@ TEST(Continuation, ManyLinesAreJoinedInOnePass) {
   EXPECT_EQ(LexFixed(number).composed.at(0).size(), 1 + lines);
 }
 
+// The "-" that joins the literals is taken back when the second one has been met, behind the directive.
+TEST(Continuation, ADirectiveBetweenJoinedLiteralsStandsBeforeWhatFollowsThem) {
+  const LexedFile lexed = LexFree("\"ab\"-\n>>IF 1 = 1\n\"cd\" X\n>>END-IF\n");
+  EXPECT_EQ(Shown(lexed), "\"abcd\" X");
+  ASSERT_EQ(lexed.directives.size(), 2U);
+  EXPECT_EQ(lexed.directives[0].token, 1U);
+  EXPECT_EQ(lexed.directives[1].token, 2U);
+}
+
 }  // namespace
 }  // namespace qmrules::workbench::codemodel::cobol
