@@ -28,7 +28,7 @@ class BrowserHost {
   // The node last shown was taken out and stands in the tree again as this one. Nothing is read or shown.
   virtual void ReplaceCurrentNode(platform::widgets::TreeNode& node) = 0;
 
-  // Sets the state of the command's item in the host's menu: "enable", "disable", "check" or "uncheck".
+  // Sets the state of the command's item in the host's menu: "enable", "disable", "show", "hide", "check" or "uncheck".
   virtual void SetHostItem(std::string_view command, std::string_view state) = 0;
 
   // True while the control fills the tree on being shown; the load then shows no progress of its own.

@@ -34,6 +34,8 @@ enum LabelNumber {
   kSelectTriggeredLabel = 212,
 };
 
+constexpr int kLongTextRows = 3;
+
 }  // namespace
 
 // The order of the members is the tab order.
@@ -82,6 +84,7 @@ ControlWidgets::ControlWidgets(const shell::StringTable& texts)
   lvConditions.AddColumn("Description", texts.Text(kDescriptionLabel));
   lvConditions.SetMultiSelect(true);
   MakeAttributeFields(0, false);
+  panelResized_ = OnPanelResized.Subscribe([this](int rows) { panelRows_ = rows; });
 }
 
 void ControlWidgets::MakeAttributeFields(int index, bool visible) {
@@ -106,6 +109,22 @@ void ControlWidgets::RemoveAttributeFields() {
   for (; attributeCount_ > 0; --attributeCount_) {
     for (const char* name : {"lblAttrs", "txtAttrs", "cmbAttrs", "rtbAttrs"}) Remove(*Find(name, attributeCount_));
   }
+}
+
+void ControlWidgets::Empty() {
+  tvObjects.Clear();
+  for (ListView* list : {&lvContent, &lvTriggers, &lvIOElems, &lvConditions}) list->Clear();
+  for (TextBox* field : {&txtObjName, static_cast<TextBox*>(&rtbDescription), static_cast<TextBox*>(&rtbBusiness),
+                         &txtFileName, &txtTriggers}) {
+    field->SetText("");
+    field->SetTag("");
+  }
+  RemoveAttributeFields();
+  mnuAuxMain.Clear();
+}
+
+int ControlWidgets::AttributeRows(int index) const {
+  return rtbAttrs(index).Visible() ? kLongTextRows : 1;
 }
 
 }  // namespace qmrules::browser

@@ -30,7 +30,7 @@ namespace qmrules::browser {
 //
 // The fields of the attribute panel are control arrays in pbAttrs: lblAttrs(i), txtAttrs(i), cmbAttrs(i) and
 // rtbAttrs(i) belong to the i-th attribute, from 1, of which one field is visible. Index 0 is the hidden template.
-// The menus and the tool bar begin empty.
+// The tool bar and mnuPopup are filled by FillCommandWidgets (browser/commandwidgets.h).
 class ControlWidgets final : public platform::widgets::Container {
  public:
   // `texts` outlives this.
@@ -76,11 +76,22 @@ class ControlWidgets final : public platform::widgets::Container {
   int AddAttributeFields();
   // Takes out all fields of attributes but the templates.
   void RemoveAttributeFields();
+  // Takes out all that came from a workspace: nodes, rows, texts, attributes and the items of mnuAuxMain.
+  void Empty();
+
+  // The view tells how many rows of one line the attribute panel has room for. A long text's row takes three; vScroll
+  // counts such rows: the panel's content stands moved up by the bar's value.
+  platform::Event<int> OnPanelResized;
+  // What it told last; 0 until then.
+  int PanelRows() const { return panelRows_; }
+  int AttributeRows(int index) const;
 
  private:
   void MakeAttributeFields(int index, bool visible);
 
   int attributeCount_ = 0;
+  int panelRows_ = 0;
+  platform::Subscription panelResized_;
 };
 
 }  // namespace qmrules::browser

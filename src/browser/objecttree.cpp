@@ -52,7 +52,6 @@ ObjectTree::ObjectTree(const BrowserServices& services, SelectedKeys& selectedKe
       expanding_(tree_.OnExpanding.Subscribe([this](TreeNode& node) { Expanding(node); })) {}
 
 void ObjectTree::LoadTree() {
-  services_.host.UpdateCommands(nullptr);
   const bool keepsNodes = faces_.IsChecked("Selected");
   const bool showsProgress = !services_.host.IsLoading();
   TreeLoad load(services_, keepsNodes);
@@ -63,6 +62,7 @@ void ObjectTree::LoadTree() {
                     load.Steps());
   }
   load.Read(showsProgress);
+  services_.host.UpdateCommands(nullptr);
   const std::string remembered = tree_.SelectedNode() == nullptr ? "" : tree_.SelectedNode()->Key();
   load.Apply();
   foreignSets_ = load.TakeForeignSets();

@@ -26,8 +26,8 @@ class ObjectTree {
 
   // Fills the tree from the repository and shows the node that was selected, when it is still there, else the first
   // one. While Selected Only is marked, what stands in the tree stays, with its checks, and what is missing is added;
-  // otherwise the tree begins empty. Throws Error, with the tree, the lists and the foreign sets as they were, when
-  // the repository fails.
+  // otherwise the tree begins empty. Throws Error, with the tree, the commands, the panes and the foreign sets as they
+  // were, when the repository fails.
   void LoadTree();
 
   // Makes the node the selected one and shows it. It may have left the tree afterwards.

@@ -8,6 +8,7 @@
 #include "catalogue/activitylog.h"
 #include "catalogue/attributeschema.h"
 #include "catalogue/gateway.h"
+#include "catalogue/rulesetcalls.h"
 #include "catalogue/sequence.h"
 #include "catalogue/uniquename.h"
 #include "platform/error.h"
@@ -19,7 +20,6 @@ namespace qmrules::editing {
 using catalogue::kBusinessFunction;
 using catalogue::kRule;
 using catalogue::kRuleSet;
-using catalogue::kRuleSetCall;
 using catalogue::MakeKey;
 using catalogue::SplitKey;
 using platform::Error;
@@ -109,19 +109,6 @@ void PutAttribute(Object& object, const std::string& name, const std::string& va
   object.Post();
 }
 
-// Every call on a renamed function or rule set gets a fresh name, so that none is left that was made from the old one.
-void RenameCalls(platform::Repository& repository, const catalogue::ObjectKey& renamed) {
-  const auto fetch = catalogue::NewQuery(repository);
-  const auto call = fetch->AddObject(false, kRuleSetCall, "ID");
-  const auto relation =
-      fetch->AddRelation(renamed.entity == kBusinessFunction ? "Triggers" : "IsRefferedBy", false, "", call);
-  fetch->SetRoot(fetch->AddObject(false, renamed.entity, "", fmt::format("ID={}", renamed.id), relation));
-  for (fetch->Execute(""); !fetch->Eof(); fetch->MoveNext()) {
-    const auto object = repository.object(MakeKey(kRuleSetCall, catalogue::IDField(fetch->Row(), "ID")));
-    PutAttribute(*object, "Name", catalogue::UniqueName());
-  }
-}
-
 }  // namespace
 
 RuleOutcome CreateRule(const EditingContext& context, const NewRule& wanted) {
@@ -207,7 +194,7 @@ ChangeOutcome Rename(const EditingContext& context, std::string_view key, std::s
   const auto command = repository.BeginCommand("Rename");
   const auto transaction = repository.BeginTransaction();
   PutAttribute(*object, definition.Name(), safe);
-  if (!isRule) RenameCalls(repository, renamed);
+  if (!isRule) catalogue::RenameCalls(repository, renamed);
   transaction->Commit();
   if (isRule) {
     catalogue::AddActivity(context.frontEnd, context.clock, renamed.id,

@@ -3,6 +3,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "browser/commandwidgets.h"
 #include "browser/nodes.h"
 #include "catalogue/gateway.h"
 #include "catalogue/sequence.h"
@@ -20,73 +21,19 @@ std::string TextOf(const TreeNode* node) {
   return node == nullptr ? "-" : node->Text();
 }
 
-void AddCommandItems(platform::widgets::Menu& menu) {
-  for (const char* name : {"mnuCreateFunction",
-                           "mnuCreateRuleSet",
-                           "mnuCreateRule",
-                           "mnuCreateRuleIO",
-                           "mnuCreateRuleCond",
-                           "mnuExport",
-                           "mnuImport",
-                           "mnuAutoDetect",
-                           "mnuSearchRules",
-                           "mnuPreviousSelected",
-                           "mnuNextSelected",
-                           "mnuSelected",
-                           "mnuSelectAll",
-                           "mnuUnselectAll",
-                           "mnuCopyMove",
-                           "mnuMoveUp",
-                           "mnuMoveDown",
-                           "mnuChanger",
-                           "mnuDelete",
-                           "mnuSegment",
-                           "mnuDeleteSegment",
-                           "mnuDataElements",
-                           "mnuPopulateBusinessName",
-                           "mnuEmphasize",
-                           "mnuValidate",
-                           "mnuActivityLog",
-                           "mnuBusinessRuleReport",
-                           "mnuProcessOutlineReport",
-                           "mnuCoverageReport",
-                           "mnuExtendedAttributes"}) {
-    menu.Add(name, name);
-  }
-}
-
-void AddButtons(platform::widgets::ToolBar& toolBar) {
-  const std::vector<std::pair<std::string, std::vector<std::string>>> buttons = {
-      {"Create", {"Function", "RuleSet", "Rule", "RuleIO", "RuleCond", "Export", "Import"}},
-      {"AutoDetect", {}},
-      {"Find", {"Find", "PreviousSelected", "NextSelected", "SelectAll", "UnselectAll"}},
-      {"Selected", {}},
-      {"CopyMove", {}},
-      {"MoveUp", {}},
-      {"MoveDown", {}},
-      {"Change", {}},
-      {"Delete", {}},
-      {"Segment", {"Assign", "DeleteSegment", "DataElements", "BusinessNames"}},
-      {"Emphasize", {}},
-      {"Validate", {}},
-      {"ActivityLog", {}},
-      {"Report", {"BusinessRuleReport", "ProcessOutlineReport", "CoverageReport"}},
-      {"ExtendedAttributes", {}},
-  };
-  for (const auto& [key, entries] : buttons) {
-    auto& button = toolBar.Add(key, key);
-    for (const auto& entry : entries) button.AddMenu(entry, entry);
-  }
-}
-
 }  // namespace
 
 void RecordingHost::UpdateCommands(TreeNode* node) {
   updated.push_back(TextOf(node));
+  if (panes != nullptr) panes->ShowPanesFor(node);
 }
 
 void RecordingHost::ShowNode(TreeNode* node) {
   shown.push_back(TextOf(node));
+  if (panes != nullptr) {
+    panes->ShowNode(node);
+    return;
+  }
   for (ListView* const list : emptied) list->Clear();
   if (node != nullptr) {
     current_ = TreeNodeHandle(node);
@@ -95,12 +42,14 @@ void RecordingHost::ShowNode(TreeNode* node) {
   if (onShow) std::exchange(onShow, nullptr)();
 }
 
-BrowserTest::BrowserTest() {
+BrowserTest::BrowserTest(const std::string& extension, workbench::repository::ConnectionFactory connect)
+    : store(extension, std::move(connect)) {
   globals.internalName = "QMRules";
   globals.externalName = "Business Rules";
+  workspace.AddComponent("QMSource", viewerComponent);
+  workspace.SetViewer(viewer);
   host.emptied = {&lvContent, &lvTriggers, &lvIOElems, &lvConditions};
-  AddCommandItems(mnuPopup);
-  AddButtons(tbToolbar);
+  FillCommandWidgets(widgets, texts);
 }
 
 TreeNode& BrowserTest::Node(const std::string& text) {

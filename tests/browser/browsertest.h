@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "browser/browserservices.h"
+#include "browser/detailpanes.h"
 #include "browser/objecttree.h"
 #include "browser/repositorynotifications.h"
 #include "browser/selectedkeys.h"
@@ -15,7 +16,11 @@
 #include "browser/treeinput.h"
 #include "browser/treejumps.h"
 #include "browser/watchedrepository.h"
+#include "platform/memorysourceviewer.h"
+#include "platform/memoryworkspace.h"
 #include "platform/recordingprogress.h"
+#include "platform/scripteddialogs.h"
+#include "platform/sourceviewercomponent.h"
 #include "platform/widgets/listview.h"
 #include "platform/widgets/menu.h"
 #include "platform/widgets/richtextbox.h"
@@ -26,15 +31,19 @@
 
 namespace qmrules::browser {
 
-// The control around the browser: it keeps what it is told, and its panes are as empty as a new node leaves them.
+// The control around the browser: it keeps what it is told, and its panes are as empty as a new node leaves them,
+// unless it has panes.
 class RecordingHost final : public BrowserHost {
  public:
   void UpdateCommands(platform::widgets::TreeNode* node) override;
   void ShowNode(platform::widgets::TreeNode* node) override;
-  platform::widgets::TreeNode* CurrentNode() const override { return current_.Get(); }
-  std::string CurrentKey() const override { return currentKey_; }
+  platform::widgets::TreeNode* CurrentNode() const override {
+    return panes == nullptr ? current_.Get() : panes->CurrentNode();
+  }
+  std::string CurrentKey() const override { return panes == nullptr ? currentKey_ : panes->CurrentKey(); }
   void ReplaceCurrentNode(platform::widgets::TreeNode& node) override {
     current_ = platform::widgets::TreeNodeHandle(&node);
+    if (panes != nullptr) panes->ReplaceCurrentNode(node);
   }
   void SetHostItem(std::string_view command, std::string_view state) override {
     hostItems.push_back(std::string(command) + " " + std::string(state));
@@ -53,6 +62,7 @@ class RecordingHost final : public BrowserHost {
   int refreshes = 0;
   std::function<void()> onShow;  // what happens while a node is shown
   std::vector<platform::widgets::ListView*> emptied;
+  DetailPanes* panes = nullptr;  // shows the nodes, when there is one
 
  private:
   platform::widgets::TreeNodeHandle current_;
@@ -68,7 +78,8 @@ class RecordingCommands final : public platform::CommandSink {
 // The browser with a store, its widgets as the control makes them, and a control that records.
 class BrowserTest : public testing::Test {
  protected:
-  BrowserTest();
+  // As for a TestStore.
+  explicit BrowserTest(const std::string& extension = "", workbench::repository::ConnectionFactory connect = {});
 
   platform::widgets::TreeNode& Node(const std::string& text);
   // The tree, one line for each node: two blanks for each level, the text, " #" and the tag where there is one, " [x]"
@@ -110,7 +121,12 @@ class BrowserTest : public testing::Test {
   platform::widgets::Menu& mnuPopup = widgets.mnuPopup;
   platform::widgets::ToolBar& tbToolbar = widgets.tbToolbar;
 
-  BrowserServices services{frontEnd, progress, pointer, texts, globals, commands, host, widgets};
+  platform::MemorySourceViewer viewer;
+  platform::SourceViewerComponent viewerComponent{viewer};
+  platform::MemoryWorkspace workspace{frontEnd, progress};
+  platform::ScriptedDialogs dialogs;
+  BrowserServices services{workspace, frontEnd, progress, dialogs, pointer, store.Clock(),
+                           texts,     globals,  commands, host,    widgets};
   SelectedKeys selectedKeys;
   ObjectTree objects{services, selectedKeys};
   SelectedOnly selectedOnly{services, objects, selectedKeys};
