@@ -47,6 +47,18 @@ LocaleParts Split(std::string_view localeName) {
 
 }  // namespace
 
+std::string_view LanguageCode(Language language) {
+  switch (language) {
+    case Language::Japanese:
+      return "ja";
+    case Language::Korean:
+      return "ko";
+    case Language::English:
+      break;
+  }
+  return "en";
+}
+
 std::optional<Language> ParseLanguage(std::string_view code) {
   if (code == "en") {
     return Language::English;

@@ -14,6 +14,9 @@ enum class Language { English = 1033, Japanese = 1041, Korean = 1042 };
 /// Reads a language code: exactly "en", "ja" or "ko". Anything else gives nothing.
 [[nodiscard]] std::optional<Language> ParseLanguage(std::string_view code);
 
+/// The code that ParseLanguage reads.
+[[nodiscard]] std::string_view LanguageCode(Language language);
+
 /// The interface language for a POSIX locale name such as "ja_JP.UTF-8": Japanese or Korean for any of their regions,
 /// English for every other name.
 [[nodiscard]] Language LanguageOf(std::string_view localeName);

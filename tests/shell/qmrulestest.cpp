@@ -5,51 +5,22 @@
 #include <stdexcept>
 #include <vector>
 
+#include "browser/commandtable.h"
 #include "catalogue/gateway.h"
 #include "platform/error.h"
-#include "platform/memoryworkspace.h"
-#include "shell/commandtable.h"
-#include "support/teststore.h"
+#include "shell/controltest.h"
 
 namespace qmrules::shell {
 namespace {
 
-constexpr const char* kSchema = R"(<repstry><entities><entity name="RULE"><entityattrs>
-  <entityattr name="Status" type="CHAR" length="20" system="false" description="Rule Status" default="new">
-    <const value="new"/><const value="approved"/>
-  </entityattr>
-  <entityattr name="Remark" type="LONGTEXT" system="false" description="Remark"/>
-  <entityattr name="Origin" type="CHAR" length="9" system="true" description="Origin"/>
-</entityattrs></entity></entities></repstry>)";
-
-constexpr const char* kOptions = R"(<OPTIONS><CASE NAME="Ferrowood"><LIST NAME="FW"><CASE NAME="CRD">
-  <LIST NAME="CRDOptions"><CASE NAME="CRDConfig">
-    <TEXT NAME="UnassignedBFName" VALUE="Homeless Function"/><TEXT NAME="UnassignedBFDescr" VALUE="Its rules."/>
-    <TEXT NAME="UnassignedRSName" VALUE="Homeless Rules"/><TEXT NAME="UnassignedRSDescr" VALUE="No home."/>
-  </CASE></LIST></CASE></LIST></CASE></OPTIONS>)";
+using browser::CommandTable;
+using browser::MenuPath;
 
 constexpr const char* kDefaultLayout =
     "Control(h333 Objects,Properties(v333 Descriptions,Others(v333 FirstArea,SecondArea)))";
 constexpr const char* kOwnLayout =
     "Control(h500 Objects,Properties(v600 Descriptions,Others(h400 FirstArea,SecondArea)))";
 constexpr const char* kHeader = "wObjs,Descr,Attrs,Aux";
-
-class NoDatabases final : public platform::DatabaseEngine {
- public:
-  std::unique_ptr<platform::Database> OpenDatabase(std::string_view path) override {
-    throw platform::Error("There is no database " + std::string(path) + ".");
-  }
-};
-
-class TracingRecorder final : public platform::TracingLibrary {
- public:
-  bool LoadProgram(const Program&, std::string&) override { return false; }
-  void UnloadProgram(std::string_view name) override { unloaded.emplace_back(name); }
-  std::int32_t ExpandNode(std::string_view, std::string_view, std::string_view, std::string&) override { return 0; }
-  std::optional<std::string> GetExpandNodeResult() override { return std::nullopt; }
-
-  std::vector<std::string> unloaded;
-};
 
 // Settings on a disk that is full.
 class FullSettings final : public platform::UserSettings {
@@ -62,56 +33,13 @@ class FullSettings final : public platform::UserSettings {
   }
 };
 
-class Control : public testing::Test {
+class Control : public ControlTest {
  protected:
-  Control() { store.FE().ProjectOptions().Document().loadXML(kOptions); }
-
-  ControlServices Services(platform::UserSettings& userSettings) {
-    return {globals,
-            StringTableFor(Language::English),
-            files,
-            registry,
-            userSettings,
-            store.Clock(),
-            databases,
-            tracing,
-            [this] { return repairIsDue; },
-            [this] { ++repairsDone; }};
-  }
-
-  void Init() { control.Init(workspace, "QMRulesIn", "Business Rules"); }
-
-  std::string InitFailure() {
-    try {
-      Init();
-      return "no failure";
-    } catch (const platform::Error& error) {
-      return error.what();
-    }
-  }
-
   std::string InitLayout(const std::string& saved) {
     settings.Set("Settings", "Splitter", saved);
     Init();
     return control.PaneSplitter().LayoutText();
   }
-
-  static std::vector<std::string> Items(const platform::KeyedCollection<std::string>& collection) {
-    return {collection.begin(), collection.end()};
-  }
-
-  test::TestStore store{kSchema};
-  platform::TesselGlobals globals;
-  platform::DiskFileSystem files;
-  platform::MemoryRegistry registry;
-  platform::MemorySettings settings;
-  NoDatabases databases;
-  TracingRecorder tracing;
-  platform::SilentProgress progress;
-  platform::MemoryWorkspace workspace{store.FE(), progress};
-  bool repairIsDue = false;
-  int repairsDone = 0;
-  QMRules control{Services(settings)};
 };
 
 TEST_F(Control, InitKeepsTheTwoNames) {
@@ -136,6 +64,14 @@ TEST_F(Control, InitRegistersTheMenuAndThenEveryCommandInOrder) {
   }
 }
 
+TEST_F(Control, InitReadsNothingOfTheCatalogueAndShowsNothing) {
+  Init();
+  EXPECT_EQ(watch.executed, 0) << "a program without a screen pays for no tree";
+  EXPECT_EQ(tvObjects.Count(), 0U);
+  EXPECT_FALSE(workspace.IsShown("QMRulesIn"));
+  EXPECT_FALSE(widgets.txtObjName.Visible());
+}
+
 TEST_F(Control, InitTakesTheWorkspacesFont) {
   workspace.SetFont({"Serif", 11, true});
   Init();
@@ -148,14 +84,14 @@ TEST_F(Control, ANodeHasThePictureOfItsEntity) {
   ASSERT_NE(icon, "");
   store.Folder().Write("product/Icons/" + icon, "picture");
   Init();
-  ASSERT_NE(control.NodeImages().Find("RULE"), nullptr);
-  EXPECT_EQ(control.NodeImages().Find("RULE")->bytes, "picture");
+  ASSERT_NE(widgets.ilObjects.Find("RULE"), nullptr);
+  EXPECT_EQ(widgets.ilObjects.Find("RULE")->bytes, "picture");
 }
 
 TEST_F(Control, AnEntityWithoutAnIconFileHasNoPictureAndStartUpContinues) {
   Init();
-  EXPECT_EQ(control.NodeImages().Find("RULE"), nullptr);
-  EXPECT_EQ(control.NodeImages().Count(), 0U);
+  EXPECT_EQ(widgets.ilObjects.Find("RULE"), nullptr);
+  EXPECT_EQ(widgets.ilObjects.Count(), 0U);
   EXPECT_TRUE(control.HasWorkspace());
 }
 
@@ -199,24 +135,20 @@ TEST_F(Control, TheListsHoldTheFixedItemsAndTheSitesOwn) {
 
 TEST_F(Control, ThePanelHasTheOtherShownAttributesInTheOrderOfTheSchema) {
   Init();
-  EXPECT_EQ(control.AttributeFetchList(),
-            "Description,BusinessDescription,Model,FileName,FromRow,ToRow,AssignedTo,Program,Valid,Validated,Status,"
-            "Remark");
-  ASSERT_EQ(control.AttributeIndex().Count(), 6U);
-  EXPECT_EQ(*control.AttributeIndex().Find("AssignedTo"), 1);
-  EXPECT_EQ(*control.AttributeIndex().Find("Remark"), 6);
-  EXPECT_EQ(control.AttributeIndex().Find("RuleName"), nullptr);
-  EXPECT_EQ(Items(control.LongTextAttributes()), (std::vector<std::string>{"Remark"}));
+  std::vector<std::string> labels;
+  for (int index = 1; index <= widgets.AttributeCount(); ++index) labels.push_back(widgets.lblAttrs(index).Caption());
+  EXPECT_EQ(labels, (std::vector<std::string>{
+                        "Assigned To:", "Program:", "Validity:", "Validated:", "Rule Status:", "Remark:"}));
 }
 
-TEST_F(Control, TheFetchListIsOneThatTheRepositoryTakes) {
-  const auto rule = store.AddRule(store.AddRuleSet("Fees"), "Late fee", 1);
-  Init();
-  const auto fetch = catalogue::NewQuery(store.Repository());
-  fetch->SetRoot(
-      fetch->AddObject(false, "RULE", "RuleName," + control.AttributeFetchList(), "ID=" + std::to_string(rule)));
-  ASSERT_FALSE(fetch->Execute(""));
-  EXPECT_EQ(fetch->Row().Item("RuleName").Text(), "Late fee");
+TEST_F(Control, ASchemaDocumentThatThePanelCannotBeBuiltFromLeavesTheControlAsItWas) {
+  const std::string path = store.Folder().Write("site/Own.xml", R"(<repstry><entities><entity name="RULE"><entityattrs>
+    <entityattr name="AssignedTo" type="CHAR" length="many"/></entityattrs></entity></entities></repstry>)");
+  registry.SetValue("SOFTWARE\\Norvane\\Ferrowood", "UserExtensions", path);
+  EXPECT_NE(InitFailure(), "no failure");
+  EXPECT_FALSE(control.HasWorkspace());
+  EXPECT_EQ(widgets.AttributeCount(), 0);
+  EXPECT_TRUE(widgets.mnuAuxMain.Items().empty());
 }
 
 TEST_F(Control, InitReadsTheTextsOfTheUnassignedObjects) {
@@ -233,7 +165,7 @@ TEST_F(Control, AMissingOptionIsNamedAndInitCanBeTriedAgain) {
   text.parentNode().removeChild(text);
   EXPECT_EQ(InitFailure(), "The project options have no text UnassignedRSName. Restore the project's options file.");
   EXPECT_FALSE(control.HasWorkspace());
-  options.loadXML(kOptions);
+  options.loadXML(kProjectOptions);
   EXPECT_EQ(InitFailure(), "no failure");
 }
 
@@ -245,19 +177,17 @@ TEST_F(Control, OptionsWithoutTheCatalogueAreNamed) {
 }
 
 TEST_F(Control, TheAttributeRepairRunsWhenItIsDue) {
-  const auto rule = store.AddRule(store.AddRuleSet("Fees"), "Late fee", 1);
-  store.Put(catalogue::MakeKey("RULE", rule), "Status", "retired");
+  store.Put(catalogue::MakeKey("RULE", lateFee), "Status", "retired");
   repairIsDue = true;
   Init();
-  EXPECT_EQ(store.Get(catalogue::MakeKey("RULE", rule), "Status").Text(), "new");
+  EXPECT_EQ(store.Get(catalogue::MakeKey("RULE", lateFee), "Status").Text(), "new");
   EXPECT_EQ(repairsDone, 1);
 }
 
 TEST_F(Control, TheAttributeRepairDoesNotRunWhenNothingChanged) {
-  const auto rule = store.AddRule(store.AddRuleSet("Fees"), "Late fee", 1);
-  store.Put(catalogue::MakeKey("RULE", rule), "Status", "retired");
+  store.Put(catalogue::MakeKey("RULE", lateFee), "Status", "retired");
   Init();
-  EXPECT_EQ(store.Get(catalogue::MakeKey("RULE", rule), "Status").Text(), "retired");
+  EXPECT_EQ(store.Get(catalogue::MakeKey("RULE", lateFee), "Status").Text(), "retired");
   EXPECT_EQ(repairsDone, 0);
 }
 
@@ -305,7 +235,7 @@ TEST_F(Control, DeInitGivesTheWorkspaceBackAndUnloadsTheTracedProgram) {
   Init();
   control.DeInit();
   EXPECT_FALSE(control.HasWorkspace());
-  EXPECT_THROW(control.SchemaDocument(), std::logic_error);
+  EXPECT_THROW(control.SchemaPath(), std::logic_error);
   EXPECT_EQ(tracing.unloaded, (std::vector<std::string>{""}));
 }
 
@@ -343,21 +273,25 @@ TEST_F(Control, ASecondInitIsADefectOfTheHost) {
   EXPECT_TRUE(control.HasWorkspace());
 }
 
-TEST_F(Control, SelectedKeysAreEmptyAtFirst) {
-  Init();
-  EXPECT_TRUE(control.SelectedKeys().Empty());
-}
-
 TEST_F(Control, EnabledGreysTheControlWithoutChangingAnyState) {
-  Init();
+  Open();
+  Click("Billing");
   const std::string layout = control.PaneSplitter().LayoutText();
+  const std::string tree = Tree();
+  std::vector<bool> told;
+  const auto watching = control.OnEnabledChanged.Subscribe([&] { told.push_back(control.Enabled()); });
   EXPECT_TRUE(control.Enabled());
   control.Enabled(false);
+  control.Enabled(false);
   EXPECT_FALSE(control.Enabled());
-  EXPECT_TRUE(control.HasWorkspace());
   EXPECT_EQ(control.PaneSplitter().LayoutText(), layout);
+  EXPECT_EQ(Tree(), tree);
+  EXPECT_EQ(SelectedText(), "Billing");
+  EXPECT_EQ(widgets.txtObjName.Text(), "Billing");
+  EXPECT_TRUE(widgets.txtObjName.Enabled());
+  EXPECT_EQ(HostState("Delete"), "enable");
   control.Enabled(true);
-  EXPECT_TRUE(control.Enabled());
+  EXPECT_EQ(told, (std::vector<bool>{false, true}));
 }
 
 TEST_F(Control, ErrorRecordTakesAFailureTextAndChangesNothing) {
