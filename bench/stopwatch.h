@@ -1,5 +1,7 @@
 #pragma once
 
+#include <time.h>
+
 #include <algorithm>
 #include <chrono>
 #include <cstddef>
@@ -14,6 +16,22 @@ class Stopwatch {
 
  private:
   std::chrono::steady_clock::time_point start_;
+};
+
+// The processor time of the calling thread: for work in memory alone, which the rest of the machine's work then does
+// not count in.
+class CpuStopwatch {
+ public:
+  CpuStopwatch() : start_(Now()) {}
+  double Seconds() const { return Now() - start_; }
+
+ private:
+  static double Now() {
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
+  }
+  double start_;
 };
 
 // Of at least one value; of an even number the upper one of the two in the middle.

@@ -40,8 +40,10 @@ class Descriptor {
 };
 
 // Without blocking: a pipe would otherwise be waited for before it can be told from a file.
+constexpr int kToRead = O_RDONLY | O_CLOEXEC | O_NONBLOCK;
+
 int OpenToRead(std::string_view path) {
-  const int opened = ::open(DiskPath(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+  const int opened = ::open(DiskPath(path).c_str(), kToRead);
   if (opened < 0) throw ReadFailure(path, FailureReason(errno));
   return opened;
 }
@@ -60,6 +62,19 @@ std::size_t ReadOnce(const Descriptor& file, std::string_view path, char* bytes,
     const ssize_t got = ::read(file.Number(), bytes, most);
     if (got >= 0) return static_cast<std::size_t>(got);
     if (errno != EINTR) throw ReadFailure(path, FailureReason(errno));
+  }
+}
+
+void VisitBytes(const Descriptor& file, std::string_view path, std::size_t limit,
+                const std::function<void(std::string_view)>& visit) {
+  const std::size_t size = SizeOf(file, path);
+  if (size > limit) throw ReadFailure(path, TooLarge(size, limit));
+  std::array<char, kPiece> piece;  // NOLINT(cppcoreguidelines-pro-type-member-init): filled by reading
+  for (std::size_t left = size; left > 0;) {
+    const std::size_t got = ReadOnce(file, path, piece.data(), std::min(left, piece.size()));
+    if (got == 0) return;
+    left -= got;
+    visit(std::string_view(piece.data(), got));
   }
 }
 
@@ -160,16 +175,18 @@ DiskFileStart ReadDiskFileStart(std::string_view path, std::size_t most) {
 }
 
 void VisitDiskFile(std::string_view path, std::size_t limit, const std::function<void(std::string_view)>& visit) {
-  const Descriptor file(OpenToRead(path));
-  const std::size_t size = SizeOf(file, path);
-  if (size > limit) throw ReadFailure(path, TooLarge(size, limit));
-  std::array<char, kPiece> piece;  // NOLINT(cppcoreguidelines-pro-type-member-init): filled by reading
-  for (std::size_t left = size; left > 0;) {
-    const std::size_t got = ReadOnce(file, path, piece.data(), std::min(left, piece.size()));
-    if (got == 0) return;
-    left -= got;
-    visit(std::string_view(piece.data(), got));
+  VisitBytes(Descriptor(OpenToRead(path)), path, limit, visit);
+}
+
+bool VisitUnlinkedDiskFile(std::string_view path, std::size_t limit,
+                           const std::function<void(std::string_view)>& visit) {
+  const Descriptor file(::open(DiskPath(path).c_str(), kToRead | O_NOFOLLOW));
+  if (file.Number() < 0) {
+    if (errno == ELOOP) return false;
+    throw ReadFailure(path, FailureReason(errno));
   }
+  VisitBytes(file, path, limit, visit);
+  return true;
 }
 
 MappedDiskFile::MappedDiskFile(std::string_view path) {

@@ -26,6 +26,9 @@ DiskFileStart ReadDiskFileStart(std::string_view path, std::size_t most);
 // Gives the bytes of an ordinary file piece by piece, for work that does not need them all in memory; no more than it
 // has at the beginning. Throws as ReadDiskFile; some pieces may have been given then.
 void VisitDiskFile(std::string_view path, std::size_t limit, const std::function<void(std::string_view)>& visit);
+// The same where the path does not end in a link; false, with nothing given, where it does or its links go in a circle.
+bool VisitUnlinkedDiskFile(std::string_view path, std::size_t limit,
+                           const std::function<void(std::string_view)>& visit);
 
 // The bytes of an ordinary file where the system keeps them, read as they are asked for. The file must not be cut short
 // as long as this lives; one that only WriteDiskFile writes never is, since each writing makes a new file.

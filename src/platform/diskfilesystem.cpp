@@ -57,6 +57,14 @@ bool DiskFileSystem::IsFolder(std::string_view path) const {
   return ::stat(DiskPath(path).c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
+bool DiskFileSystem::IsSameFile(std::string_view left, std::string_view right) const {
+  struct stat leftStatus {};
+  struct stat rightStatus {};
+  return ::stat(DiskPath(left).c_str(), &leftStatus) == 0 && ::stat(DiskPath(right).c_str(), &rightStatus) == 0 &&
+         !S_ISDIR(leftStatus.st_mode) && leftStatus.st_dev == rightStatus.st_dev &&
+         leftStatus.st_ino == rightStatus.st_ino;
+}
+
 std::uint64_t DiskFileSystem::FileSize(std::string_view path) const {
   return static_cast<std::uint64_t>(FileStatus(path).st_size);
 }

@@ -47,6 +47,11 @@ std::string FileSystem::ResolveInside(std::string_view root, std::string_view na
   return path + rest;
 }
 
+bool FileSystem::IsSameFile(std::string_view left, std::string_view right) const {
+  const auto spelled = [](std::string_view path) { return std::filesystem::path(DiskPath(path)).lexically_normal(); };
+  return Exists(left) && Exists(right) && spelled(left) == spelled(right);
+}
+
 std::string FileSystem::ReadTextFile(std::string_view path) const {
   return DecodeText(ReadFile(path), SourceEncoding(), path);
 }

@@ -33,6 +33,10 @@ class FileSystem {
   virtual bool Exists(std::string_view path) const = 0;
   virtual bool IsFolder(std::string_view path) const = 0;
 
+  // True when both paths lead to one file, whatever their spelling. Where the file system cannot tell, paths that differ
+  // only in separators, "." and ".." do. False for a file that is not there.
+  virtual bool IsSameFile(std::string_view left, std::string_view right) const;
+
   // Bytes of a file. Throws Error when it is not there.
   virtual std::uint64_t FileSize(std::string_view path) const = 0;
   // The moment of a file's last change, cut to whole seconds. Throws Error when it is not there.
@@ -72,6 +76,7 @@ class DiskFileSystem final : public FileSystem {
 
   bool Exists(std::string_view path) const override;
   bool IsFolder(std::string_view path) const override;
+  bool IsSameFile(std::string_view left, std::string_view right) const override;
   std::uint64_t FileSize(std::string_view path) const override;
   Timestamp DateLastModified(std::string_view path) const override;
   std::string ReadFile(std::string_view path) const override;

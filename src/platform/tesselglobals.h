@@ -19,6 +19,11 @@ struct TesselGlobals {
   std::string UnassignedRSName;
   std::string UnassignedRSDescr;
 
+  // The number of a rule passes through 16 bits on its way to a log record of validation and of export: a run then ends
+  // at a number above 32767, as it always did for catalogues that were never meant to grow so large. Off, any number is
+  // taken.
+  bool NarrowLogIds = false;
+
   bool eventsSilenced = false;         // set around a bulk load: the tree is then filled again at the end
   bool glossaryAvailable = false;      // the host has the glossary component
   std::unique_ptr<Database> glossary;  // open while the glossary is available

@@ -140,6 +140,32 @@ TEST_F(DiskFileSystemTest, AFileIsGivenPieceByPiece) {
             "The file \"" + folder_.File("none") + "\" cannot be read: there is no such file.");
 }
 
+TEST_F(DiskFileSystemTest, AFileThatIsALinkCanBeLeftAlone) {
+  std::string bytes;
+  const auto visits = [&](const std::string& path, std::size_t limit = 10) {
+    bytes.clear();
+    return VisitUnlinkedDiskFile(path, limit, [&](std::string_view piece) { bytes += piece; });
+  };
+  folder_.Write("in/a", "abc");
+  Link("in/a", "link");
+  Link("nothing", "broken");
+  Link("circle", "circle");
+  Link("in", "linked");
+  for (const char* name : {"in/a", "in\\a", "linked/a"}) {
+    EXPECT_TRUE(visits(folder_.File(name))) << name;
+    EXPECT_EQ(bytes, "abc") << name;
+  }
+  for (const char* name : {"link", "broken", "circle", "linked", "circle/a"}) {
+    EXPECT_FALSE(visits(folder_.File(name))) << name;
+    EXPECT_EQ(bytes, "") << name;
+  }
+  for (const char* name : {"none", "in", "in/a/b"}) {
+    EXPECT_EQ(ErrorText([&] { visits(folder_.File(name)); }), ErrorText([&] { ReadDiskFile(folder_.File(name), 10); }));
+  }
+  EXPECT_EQ(ErrorText([&] { visits(folder_.File("in/a"), 2); }),
+            "The file \"" + folder_.File("in/a") + "\" cannot be read: it has 3 bytes, and at most 2 are read.");
+}
+
 TEST_F(DiskFileSystemTest, MappedFileStaysAsItWasWhenANewOneTakesItsPlace) {
   const std::string path = folder_.Write("a", "abcdefgh");
   const MappedDiskFile mapped(path);
