@@ -5,9 +5,9 @@
 #include <cstdio>
 #include <filesystem>
 
-#include "catalogue/measurement.h"
 #include "catalogue/rawstore.h"
 #include "platform/objectkey.h"
+#include "stopwatch.h"
 #include "workbench/repository/sqliteconnection.h"
 #include "workbench/repository/store.h"
 
@@ -20,7 +20,7 @@ using platform::Object;
 using platform::Repository;
 
 // Changes with the content, so that a file of an older content is not taken.
-constexpr int contentVersion = 1;
+constexpr int contentVersion = 2;
 
 void RemoveStore(const std::string& path) {
   for (const char* suffix : {"", "-wal", "-shm"}) std::filesystem::remove(path + suffix);
@@ -54,13 +54,30 @@ std::unique_ptr<Repository> OpenForGeneration(const std::string& path) {
   return repository::OpenStore({path, "", kUser, connect}, BenchClock());
 }
 
-void Generate(const std::string& path, int functions) {
+void WritePrograms(Repository& store, std::string_view projectKey, int programs) {
+  const auto transaction = store.BeginTransaction();
+  const auto command = store.BeginCommand("Generate");
+  for (int number = 0; number < programs; ++number) {
+    const ProgramContent content = MakeProgram(number);
+    const auto program = store.NewObject(kModel, content.name);
+    program->Edit();
+    program->Attrs("Source", content.fileName);
+    program->Post();
+    program->Link("BelongsTo", projectKey);
+  }
+  transaction->Commit();
+}
+
+void Generate(const Catalogue& catalogue) {
+  const std::string& path = catalogue.path;
+  const int functions = catalogue.functions;
   const std::string unfinished = path + ".part";
   RemoveStore(unfinished);
   const Stopwatch stopwatch;
   {
     const auto store = OpenForGeneration(unfinished);
-    const std::string projectKey = store->NewObject("PROJECT", "Benchmark")->Key();
+    const std::string projectKey = store->NewObject("PROJECT", kProject)->Key();
+    WritePrograms(*store, projectKey, catalogue.Programs());
     for (int number = 0; number < functions; ++number) {
       const auto transaction = store->BeginTransaction();
       const auto command = store->BeginCommand("Generate");
@@ -70,7 +87,7 @@ void Generate(const std::string& path, int functions) {
   }
   std::filesystem::rename(unfinished, path);
   const double seconds = stopwatch.Seconds();
-  const double objects = static_cast<double>(functions) * kObjectsPerFunction;
+  const double objects = static_cast<double>(functions) * kObjectsPerFunction + catalogue.Programs();
   fmt::print("Generated {} rules ({:.0f} objects) in {:.1f} s, {:.0f} objects/s, {:.1f} GiB.\n",
              functions * kRulesPerFunction, objects, seconds, objects / seconds,
              static_cast<double>(std::filesystem::file_size(path)) / (1024.0 * 1024.0 * 1024.0));
@@ -157,10 +174,10 @@ Catalogue OpenOrGenerate(const std::string& folder, int functions) {
     RemoveStore(catalogue.path);
     fmt::print("Generating {} rules.\n", catalogue.Rules());
     std::fflush(stdout);
-    Generate(catalogue.path, functions);
+    Generate(catalogue);
   }
   const auto store = OpenRepository(catalogue.path);
-  catalogue.projectKey = store->FindObject("PROJECT", "Benchmark")->Key();
+  catalogue.projectKey = store->FindObject("PROJECT", kProject)->Key();
   catalogue.projectID = platform::SplitKey(catalogue.projectKey).id;
   return catalogue;
 }

@@ -12,9 +12,11 @@ namespace qmrules::bench {
 
 // The user and the moment of everything that is written here.
 inline constexpr const char* kUser = "bench";
+inline constexpr const char* kProject = "Benchmark";
 platform::FixedClock& BenchClock();
 
-// A generated catalogue: one project with functions, each with its rule sets, rules and data elements.
+// A generated catalogue: one project with functions, each with its rule sets, rules and data elements, and with the
+// programs that the rules point into.
 struct Catalogue {
   std::string path;
   int functions = 0;
@@ -23,6 +25,7 @@ struct Catalogue {
   // IDs run from 1, in the order of making.
   int Sets() const { return functions * kSetsPerFunction; }
   int Rules() const { return functions * kRulesPerFunction; }
+  int Programs() const { return Rules() / kRulesPerProgram; }
 };
 
 // The catalogue of this many functions in the folder, which exists, made through the repository when there is none yet

@@ -90,8 +90,9 @@ RuleContent MakeRule(Numbers& numbers, int number, int seqNo) {
   rule.seqNo = seqNo;
   rule.description = Sentence(numbers, 60, 200);
   rule.businessDescription = Sentence(numbers, 60, 200);
-  rule.program = fmt::format("PGM{:05}", number / 200);
-  rule.fileName = fmt::format("cobol\\PGM{:05}.cbl", number / 200);
+  const ProgramContent program = MakeProgram(number / kRulesPerProgram);
+  rule.program = program.name;
+  rule.fileName = program.fileName;
   rule.fromRow = 100 + static_cast<int>(numbers.Below(9000));
   rule.toRow = rule.fromRow + static_cast<int>(numbers.Below(30));
   rule.sourceText = SourceText(numbers);
@@ -103,6 +104,10 @@ RuleContent MakeRule(Numbers& numbers, int number, int seqNo) {
 }
 
 }  // namespace
+
+ProgramContent MakeProgram(int number) {
+  return {fmt::format("PGM{:05}", number), fmt::format("cobol\\PGM{:05}.cbl", number)};
+}
 
 FunctionContent MakeFunction(int number) {
   Numbers numbers(static_cast<std::uint64_t>(number));

@@ -57,6 +57,16 @@ inline constexpr int kRulesPerFunction = kSetsPerFunction * kRulesPerSet;
 inline constexpr int kObjectsPerFunction = 1 + 2 * kSetsPerFunction + kRulesPerFunction * (1 + kIOPerRule);
 
 inline constexpr const char* kModel = "COBOL";
+inline constexpr int kRulesPerProgram = 200;
+
+// A program that rules point into.
+struct ProgramContent {
+  std::string name;
+  std::string fileName;
+};
+
+// The program that the rules from number * kRulesPerProgram on point into, from 0.
+ProgramContent MakeProgram(int number);
 
 // The content of function `number`, from 0. About one rule name in sixty has the word "Overdraft", and about one data
 // element in forty "COLLATERAL".

@@ -45,7 +45,9 @@ RuleLog ReadRuleLog(platform::Repository& repository, const shell::StringTable& 
   RuleLog log;
   for (fetch->Execute(""); !fetch->Eof(); fetch->MoveNext()) {
     const auto& row = fetch->Row();
-    if (log.rows.empty()) log.caption = shell::Subst(texts.Text(kCaption), {" " + row.Item("RuleName").Text()});
+    if (log.rows.empty()) {
+      log.caption = shell::Subst(texts.Text(kCaption), {fmt::format(" {}", row.Item("RuleName").Text())});
+    }
     log.rows.push_back({row.Item("Activity").Text(), row.Item("UserName").Text(), row.Item("When").Text()});
   }
   return log;

@@ -34,7 +34,9 @@ std::int32_t IDField(const platform::FetchRow& row, std::string_view name) {
 }
 
 bool AddKeyed(KeyedCollection<std::string>& collection, std::string_view text) {
-  return collection.Add(std::string(text), fmt::format("k{}", text));
+  std::string key = "k";
+  key += text;
+  return collection.Add(std::string(text), key);
 }
 
 void PackIDs(KeyedCollection<std::string>& ids) {

@@ -67,7 +67,7 @@ class IDList {
   // True when no ID was added since the last Clear.
   [[nodiscard]] bool Empty() const { return text_.size() == 1; }
   [[nodiscard]] const std::string& Text() const { return text_; }
-  void Clear() { text_ = "0"; }
+  void Clear() { text_.resize(1); }
 
  private:
   std::string text_ = "0";

@@ -8,8 +8,9 @@
 namespace qmrules::cli {
 
 inline constexpr int kDone = 0;
-inline constexpr int kFailed = 1;  // refused or failed: nothing was changed (a scan keeps what it has done)
+inline constexpr int kFailed = 1;  // nothing was changed (a scan and a validation keep what they have done)
 inline constexpr int kWrongUsage = 2;
+inline constexpr int kNotValid = 3;  // done, and what was looked at is not as it should be
 
 // Runs the program with these arguments (without its own name) to its end and gives the exit code. Results go to `out`;
 // what went wrong goes to `err` as "qmrules: TEXT". Throws nothing.

@@ -8,12 +8,31 @@ namespace qmrules::cli {
 std::vector<std::unique_ptr<Command>> MakeCommands() {
   std::vector<std::unique_ptr<Command>> commands;
   for (const auto make : {
-           MakeInitCommand,       MakeProjectListCommand, MakeProjectCreateCommand,  MakeProjectUseCommand,
-           MakeSourceAddCommand,  MakeSourceListCommand,  MakeScanCommand,           MakeDiagnosticsCommand,
-           MakeModelCommand,      MakeXrefCommand,        MakeFunctionCreateCommand, MakeRuleSetCreateCommand,
-           MakeRuleCreateCommand, MakeListCommand,        MakeShowCommand,           MakeSetCommand,
-           MakeMoveCommand,       MakeLogCommand,         MakeFetchCommand,          MakeSweepCommand,
-           MakeCompletionCommand, MakeManCommand,         MakeHelpCommand,
+           MakeInitCommand,
+           MakeProjectListCommand,
+           MakeProjectCreateCommand,
+           MakeProjectUseCommand,
+           MakeSourceAddCommand,
+           MakeSourceListCommand,
+           MakeScanCommand,
+           MakeDiagnosticsCommand,
+           MakeModelCommand,
+           MakeXrefCommand,
+           MakeFunctionCreateCommand,
+           MakeRuleSetCreateCommand,
+           MakeRuleCreateCommand,
+           MakeListCommand,
+           MakeShowCommand,
+           MakeSetCommand,
+           MakeMoveCommand,
+           MakeLogCommand,
+           MakeFetchCommand,
+           MakeSweepCommand,
+           MakeValidateCommand,
+           MakeWorkbenchCommand,
+           MakeCompletionCommand,
+           MakeManCommand,
+           MakeHelpCommand,
        }) {
     commands.push_back(make());
   }

@@ -37,6 +37,8 @@ std::unique_ptr<Command> MakeMoveCommand();
 std::unique_ptr<Command> MakeLogCommand();
 std::unique_ptr<Command> MakeFetchCommand();
 std::unique_ptr<Command> MakeSweepCommand();
+std::unique_ptr<Command> MakeValidateCommand();
+std::unique_ptr<Command> MakeWorkbenchCommand();
 std::unique_ptr<Command> MakeCompletionCommand();
 std::unique_ptr<Command> MakeManCommand();
 std::unique_ptr<Command> MakeHelpCommand();

@@ -1,24 +1,39 @@
 #include "cli/controlsession.h"
 
+#include <fmt/format.h>
+
+#include "platform/error.h"
+#include "platform/widgets/form.h"
+#include "platform/widgets/menu.h"
+
 namespace qmrules::cli {
 
 namespace {
 
 constexpr std::string_view kInternalName = "QMRules";
 constexpr std::string_view kExternalName = "QMRules";
-constexpr std::string_view kNotTraced = "The command line does not trace variables.";
 
 }  // namespace
 
-bool ControlSession::NoTracing::LoadProgram(const Program& /*program*/, std::string& result) {
-  result = kNotTraced;
-  return false;
+void ControlSession::NoWindows::ShowModal(platform::widgets::Form& form) {
+  throw platform::Error(fmt::format("The command line does not show the window {}.", form.Name()));
 }
 
-std::int32_t ControlSession::NoTracing::ExpandNode(std::string_view /*node*/, std::string_view /*direction*/,
-                                                   std::string_view /*relation*/, std::string& result) {
-  result = kNotTraced;
-  return 0;
+platform::MessageAnswer ControlSession::NoWindows::MessageBox(std::string_view text, std::string_view /*caption*/,
+                                                              platform::MessageStyle /*style*/) {
+  throw platform::Error(std::string(text));
+}
+
+std::optional<std::string> ControlSession::NoWindows::PickFileToOpen(const platform::FileRequest& request) {
+  throw platform::Error(fmt::format("The command line does not ask for a file: {}.", request.title));
+}
+
+std::optional<std::string> ControlSession::NoWindows::PickFileToSave(const platform::FileRequest& request) {
+  return PickFileToOpen(request);
+}
+
+void ControlSession::NoWindows::PopupMenu(platform::widgets::Menu& menu) {
+  throw platform::Error(fmt::format("The command line does not open the menu {}.", menu.Name()));
 }
 
 ControlSession::ControlSession(const Context& context, workbench::EmbeddedHost& host)
@@ -33,6 +48,8 @@ ControlSession::ControlSession(const Context& context, workbench::EmbeddedHost& 
                 .clock = host.Clock(),
                 .databases = host.Databases(),
                 .tracing = tracing_,
+                .dialogs = dialogs_,
+                .pointer = pointer_,
                 .repairIsDue = [&host] { return host.RepairIsDue(); },
                 .repairIsDone = [&host] { host.RepairIsDone(); }}) {
   control_.Init(workspace_, kInternalName, kExternalName);

@@ -2,8 +2,10 @@
 
 #include "cli/command.h"
 #include "editing/outcomes.h"
-#include "platform/dataflow.h"
+#include "platform/dialogs.h"
 #include "platform/memoryworkspace.h"
+#include "platform/notracing.h"
+#include "platform/pointer.h"
 #include "platform/progress.h"
 #include "platform/settings.h"
 #include "shell/qmrules.h"
@@ -27,21 +29,24 @@ class ControlSession {
   editing::EditingContext Editing() const;
 
  private:
-  // Nothing is traced in a run that makes no detection.
-  class NoTracing final : public platform::TracingLibrary {
+  // Nobody sits in front of a window: what would be said there ends the command instead.
+  class NoWindows final : public platform::Dialogs {
    public:
-    bool LoadProgram(const Program& program, std::string& result) override;
-    void UnloadProgram(std::string_view) override {}
-    std::int32_t ExpandNode(std::string_view node, std::string_view direction, std::string_view relation,
-                            std::string& result) override;
-    std::optional<std::string> GetExpandNodeResult() override { return std::nullopt; }
+    void ShowModal(platform::widgets::Form& form) override;
+    platform::MessageAnswer MessageBox(std::string_view text, std::string_view caption,
+                                       platform::MessageStyle style) override;
+    std::optional<std::string> PickFileToOpen(const platform::FileRequest& request) override;
+    std::optional<std::string> PickFileToSave(const platform::FileRequest& request) override;
+    void PopupMenu(platform::widgets::Menu& menu) override;
   };
 
   const Context& context_;
   workbench::EmbeddedHost& host_;
   // A run without a screen has no layout to restore and must not overwrite the one that the desktop keeps.
   platform::MemorySettings settings_;
-  NoTracing tracing_;
+  platform::NoTracing tracing_{"The command line does not trace variables."};
+  NoWindows dialogs_;
+  platform::MemoryPointer pointer_;
   platform::SilentProgress progress_;
   platform::MemoryWorkspace workspace_;
   shell::QMRules control_;

@@ -62,7 +62,7 @@ class DiagnosticsCommand final : public WorkspaceCommand {
 
  private:
   void TakeAll(Context& context, workbench::EmbeddedHost& host) {
-    for (const auto& program : RegisteredSources(host)) {
+    for (const auto& program : catalogue::RegisteredSources(host)) {
       try {
         RequireModel(program);
         const auto head = workbench::codemodel::ReadModelHead(host.PathOf(program.modelFile));
@@ -73,7 +73,7 @@ class DiagnosticsCommand final : public WorkspaceCommand {
     }
   }
 
-  void Take(workbench::EmbeddedHost& host, const RegisteredSource& program) {
+  void Take(workbench::EmbeddedHost& host, const catalogue::RegisteredSource& program) {
     for (const auto& diagnostic : OpenImage(host, program)->ListDiagnostics()) {
       if (!severity_.empty() && NameOf(diagnostic.severity) != severity_) continue;
       // What is wrong in a copybook is found in every program that copies it, and told once.

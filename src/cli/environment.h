@@ -5,6 +5,7 @@
 #include <memory>
 #include <ostream>
 #include <string>
+#include <vector>
 
 #include "platform/clock.h"
 #include "workbench/repository/connection.h"
@@ -32,6 +33,10 @@ struct CliEnvironment {
   workbench::repository::ConnectionFactory connect = {};  // opens the catalogue's database; empty for SQLite's own
   bool outIsTerminal = false;                             // titles may be made bold
   bool errIsTerminal = false;                             // progress may be shown
+  std::string programFolder = {};                         // of the program itself, without a separator at the end
+  // Runs the program of this path, which is there, with these arguments, and gives its exit code. Throws
+  // platform::Error when it cannot be started.
+  std::function<int(const std::string& path, const std::vector<std::string>& arguments)> runProgram = {};
   // Begins to watch; empty where nobody can interrupt.
   std::function<std::unique_ptr<InterruptWatch>()> watchInterrupts = {};
 

@@ -29,8 +29,11 @@ constexpr Term kKeys[] = {
 };
 constexpr Term kExitCodes[] = {
     {"0", "Done."},
-    {"1", "Refused or failed. Nothing was changed; only a scan keeps the models of the other programs."},
+    {"1",
+     "Refused or failed. Nothing was changed; only a scan keeps the models of the other programs, and a validation "
+     "the rules that it has written."},
     {"2", "The command line is malformed."},
+    {"3", "Done, with --strict, and a rule is not valid."},
 };
 constexpr Term kVariables[] = {
     {"QMRULES_WORKSPACE", "The workspace, where --workspace is not given."},

@@ -55,7 +55,7 @@ class ModelCommand final : public WorkspaceCommand {
 
  private:
   // The file of --at must be one of those that the program is made of.
-  void RequirePlace(const RegisteredSource& program, const workbench::codemodel::ModelHead& head) {
+  void RequirePlace(const catalogue::RegisteredSource& program, const workbench::codemodel::ModelHead& head) {
     if (!place_) return;
     for (const auto& file : head.files) {
       const bool isMeant = file.name == place_->file || file.name.ends_with("/" + place_->file);

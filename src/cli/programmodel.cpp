@@ -11,10 +11,10 @@ namespace qmrules::cli {
 
 using platform::Error;
 
-RegisteredSource FindProgram(workbench::EmbeddedHost& host, const std::string& text) {
-  const auto programs = RegisteredSources(host);
+catalogue::RegisteredSource FindProgram(workbench::EmbeddedHost& host, const std::string& text) {
+  const auto programs = catalogue::RegisteredSources(host);
   for (const bool byKey : {true, false}) {
-    const auto found = std::ranges::find_if(programs, [&](const RegisteredSource& program) {
+    const auto found = std::ranges::find_if(programs, [&](const catalogue::RegisteredSource& program) {
       return shell::EqualIgnoringCase(byKey ? program.key : program.name, text);
     });
     if (found != programs.end()) return *found;
@@ -25,18 +25,18 @@ RegisteredSource FindProgram(workbench::EmbeddedHost& host, const std::string& t
       text));
 }
 
-void RequireModel(const RegisteredSource& program) {
+void RequireModel(const catalogue::RegisteredSource& program) {
   if (!program.modelFile.empty()) return;
   throw Error(fmt::format("{0} is not scanned yet; run \"qmrules scan\".", program.name));
 }
 
 std::shared_ptr<const workbench::codemodel::ModelImage> OpenImage(workbench::EmbeddedHost& host,
-                                                                  const RegisteredSource& program) {
+                                                                  const catalogue::RegisteredSource& program) {
   RequireModel(program);
   return workbench::codemodel::ModelImage::Open(host.PathOf(program.modelFile));
 }
 
-void PrintGaps(Context& context, const RegisteredSource& program, std::size_t gaps) {
+void PrintGaps(Context& context, const catalogue::RegisteredSource& program, std::size_t gaps) {
   if (gaps == 0) return;
   context.environment.out << fmt::format("This program's model has {}; see \"qmrules diagnostics {}\".\n",
                                          Counted(gaps, "gap"), program.name);

@@ -2,10 +2,10 @@
 
 #include <CLI/App.hpp>
 
+#include "catalogue/registeredsources.h"
 #include "cli/cli.h"
 #include "cli/commandlist.h"
 #include "cli/output.h"
-#include "cli/registeredsources.h"
 #include "cli/workspacecommand.h"
 #include "platform/error.h"
 #include "workbench/sources/sourcefolder.h"
@@ -107,7 +107,7 @@ class SourceListCommand final : public WorkspaceCommand {
   int RunIn(Context& context, workbench::EmbeddedHost& host) override {
     TextTable table({"Key", "Program", "Lines", "File"});
     Json list = Json::array();
-    for (const auto& source : RegisteredSources(host)) {
+    for (const auto& source : catalogue::RegisteredSources(host)) {
       table.Add({source.key, source.name, std::to_string(source.lines), source.file});
       list.push_back({{"key", source.key},
                       {"name", source.name},

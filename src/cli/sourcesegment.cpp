@@ -7,8 +7,8 @@
 #include <optional>
 #include <vector>
 
+#include "catalogue/registeredsources.h"
 #include "cli/command.h"
-#include "cli/registeredsources.h"
 #include "cli/workspacecommand.h"
 #include "platform/error.h"
 #include "shell/casefold.h"
@@ -36,21 +36,21 @@ std::string WithSlashes(std::string path) {
 }
 
 // The programs of the file, named from the source folder on or, where there are none, from the current folder on.
-std::vector<RegisteredSource> ProgramsOf(workbench::EmbeddedHost& host, const CliEnvironment& environment,
-                                         const std::string& file) {
+std::vector<catalogue::RegisteredSource> ProgramsOf(workbench::EmbeddedHost& host, const CliEnvironment& environment,
+                                                    const std::string& file) {
   const std::filesystem::path fromRoot(WithSlashes(file));
   if (fromRoot.is_relative()) {
-    auto programs = RegisteredSources(host, fromRoot.lexically_normal().string());
+    auto programs = catalogue::RegisteredSources(host, fromRoot.lexically_normal().string());
     if (!programs.empty()) return programs;
   }
   std::error_code unknown;  // a path that cannot be resolved is that of no registered file
   const auto absolute = std::filesystem::weakly_canonical(AbsolutePath(environment, fromRoot.string()), unknown);
   if (unknown) return {};
-  return RegisteredSources(host, absolute.lexically_relative(host.Folder().SourceFolder()).generic_string());
+  return catalogue::RegisteredSources(host, absolute.lexically_relative(host.Folder().SourceFolder()).generic_string());
 }
 
-const RegisteredSource& ProgramNamed(const std::vector<RegisteredSource>& programs, const SegmentPlace& place,
-                                     const std::string& name) {
+const catalogue::RegisteredSource& ProgramNamed(const std::vector<catalogue::RegisteredSource>& programs,
+                                                const SegmentPlace& place, const std::string& name) {
   if (programs.empty()) {
     throw Error(fmt::format("{0} is no source of the project; \"qmrules source add {0}\" makes it one.", place.file));
   }

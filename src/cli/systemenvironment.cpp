@@ -3,14 +3,18 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
 #include <memory>
+#include <string>
 #include <system_error>
+#include <vector>
 
 #include "platform/error.h"
+#include "workbench/workspace/settingsplaces.h"
 #include "workbench/workspace/username.h"
 
 namespace qmrules::cli {
@@ -49,10 +53,23 @@ class SignalWatch final : public InterruptWatch {
   bool heeded_ = false;
 };
 
-std::string SettingsPath(const CliEnvironment& environment) {
-  const std::string config = environment.Variable("XDG_CONFIG_HOME");
-  const std::string folder = config.empty() ? environment.Variable("HOME") + "/.config" : config;
-  return folder + "/qmrules/settings.json";
+std::string ProgramFolder() {
+  std::error_code failed;
+  const auto program = std::filesystem::read_symlink("/proc/self/exe", failed);
+  if (failed) throw platform::Error(fmt::format("The program's own folder cannot be found: {}.", failed.message()));
+  return program.parent_path().string();
+}
+
+// In place of this program, so that signals and the exit code pass without a go-between.
+int RunProgram(const std::string& path, const std::vector<std::string>& arguments) {
+  std::vector<std::string> words{path};
+  words.insert(words.end(), arguments.begin(), arguments.end());
+  std::vector<char*> pointers;
+  pointers.reserve(words.size() + 1);
+  for (auto& word : words) pointers.push_back(word.data());
+  pointers.push_back(nullptr);
+  ::execv(path.c_str(), pointers.data());
+  throw platform::Error(fmt::format("{} cannot be started: {}.", path, std::generic_category().message(errno)));
 }
 
 }  // namespace
@@ -67,10 +84,13 @@ CliEnvironment SystemEnvironment(const platform::Clock& clock) {
     if (const char* const value = std::getenv(name)) environment.variables[name] = value;
   }
   environment.userName = workbench::SystemUserName();
-  environment.settingsPath = SettingsPath(environment);
-  environment.registryPath = "/etc/qmrules/registry.json";
+  environment.settingsPath =
+      workbench::UserSettingsPath(environment.Variable("XDG_CONFIG_HOME"), environment.Variable("HOME"));
+  environment.registryPath = workbench::kRegistryPath;
   environment.outIsTerminal = ::isatty(STDOUT_FILENO) == 1;
   environment.errIsTerminal = ::isatty(STDERR_FILENO) == 1;
+  environment.programFolder = ProgramFolder();
+  environment.runProgram = RunProgram;
   environment.watchInterrupts = [] { return std::make_unique<SignalWatch>(); };
   return environment;
 }

@@ -12,22 +12,26 @@ namespace qmrules::cli {
 namespace {
 
 std::string WorkspaceOf(const Context& context) {
-  const auto& environment = context.environment;
-  if (!context.workspace.empty()) return AbsolutePath(environment, context.workspace);
-  if (const std::string named = environment.Variable("QMRULES_WORKSPACE"); !named.empty()) {
-    return AbsolutePath(environment, named);
-  }
-  if (auto found = workbench::WorkspaceFolder::FindUpwards(environment.currentFolder)) return *std::move(found);
+  if (auto found = FindWorkspace(context)) return *std::move(found);
   throw platform::Error(
       fmt::format("There is no workspace in {} or a folder above it; make one with \"qmrules init\", or name one with "
                   "--workspace DIR.",
-                  environment.currentFolder));
+                  context.environment.currentFolder));
 }
 
 }  // namespace
 
 std::string AbsolutePath(const CliEnvironment& environment, const std::string& path) {
   return (std::filesystem::path(environment.currentFolder) / path).string();
+}
+
+std::optional<std::string> FindWorkspace(const Context& context) {
+  const auto& environment = context.environment;
+  if (!context.workspace.empty()) return AbsolutePath(environment, context.workspace);
+  if (const std::string named = environment.Variable("QMRULES_WORKSPACE"); !named.empty()) {
+    return AbsolutePath(environment, named);
+  }
+  return workbench::WorkspaceFolder::FindUpwards(environment.currentFolder);
 }
 
 workbench::HostServices ServicesOf(const CliEnvironment& environment) {

@@ -86,7 +86,7 @@ class XrefCommand final : public WorkspaceCommand {
   }
 
  private:
-  std::string UnknownName(const ModelImage& model, const RegisteredSource& program) const {
+  std::string UnknownName(const ModelImage& model, const catalogue::RegisteredSource& program) const {
     std::string text = fmt::format("{} has no name {}", program.name, name_);
     const auto similar = FindSimilarNames(model, name_, kMostSimilarNames);
     if (similar.empty()) {

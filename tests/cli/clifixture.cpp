@@ -18,6 +18,9 @@ bool IsSharedDatabaseState(const fs::path& path) {
   return path.string().ends_with("-wal") || path.string().ends_with("-shm");
 }
 
+// The exit code of a program that is run.
+constexpr int kStartedEnds = 7;
+
 class KnownInterrupt final : public cli::InterruptWatch {
  public:
   explicit KnownInterrupt(bool isInterrupted) : isInterrupted_(isInterrupted) {}
@@ -54,6 +57,13 @@ CliRun CliTest::Run(const std::vector<std::string>& args) {
       .connect = connect_,
       .outIsTerminal = outIsTerminal_,
       .errIsTerminal = errIsTerminal_,
+      .programFolder = programFolder_,
+      .runProgram =
+          [this](const std::string& path, const std::vector<std::string>& arguments) {
+            started_ = arguments;
+            started_.insert(started_.begin(), path);
+            return kStartedEnds;
+          },
       .watchInterrupts = [this] { return std::make_unique<KnownInterrupt>(isInterrupted_); }};
   const int code = cli::RunCli(args, environment);
   return {code, out.str(), err.str()};

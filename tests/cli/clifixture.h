@@ -55,6 +55,8 @@ class CliTest : public ::testing::Test {
   bool outIsTerminal_ = false;
   bool errIsTerminal_ = false;
   bool isInterrupted_ = false;  // the user has asked to stop
+  std::string programFolder_;
+  std::vector<std::string> started_;  // the program that was run, and its arguments
 };
 
 }  // namespace qmrules::test

@@ -72,7 +72,7 @@ EmbeddedHost::EmbeddedHost(const std::string& folder, HostServices services)
       settings_(services_.settingsPath),
       fileSystem_({.sourceEncoding = folder_.SourceEncoding()}),
       models_(Surroundings()),
-      globalOptions_(folder_.GlobalOptionsPath()),
+      globalOptions_(folder_.GlobalOptionsPath(), services_.globalOptionsDialog),
       repairMark_({.markPath = folder_.ProductFolder() + "/AttributeRepair.json",
                    .schemaPath = SchemaDocumentPath(),
                    .storePath = folder_.RepositoryPath(),
@@ -97,7 +97,7 @@ std::unique_ptr<platform::Object> EmbeddedHost::ProjectObject() {
 }
 
 platform::Options& EmbeddedHost::ProjectOptions() {
-  if (!projectOptions_) projectOptions_.emplace(folder_.ProjectOptionsPath());
+  if (!projectOptions_) projectOptions_.emplace(folder_.ProjectOptionsPath(), services_.projectOptionsDialog);
   return *projectOptions_;
 }
 

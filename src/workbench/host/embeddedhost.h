@@ -21,11 +21,13 @@ namespace qmrules::workbench {
 
 // What a program brings along that hosts a workspace.
 struct HostServices {
-  const platform::Clock& clock;           // outlives the host
-  std::string userName;                   // under which changes are recorded
-  std::string settingsPath;               // of the user's settings, a JSON file that need not be there
-  std::string registryPath;               // of the machine's values, likewise
-  repository::ConnectionFactory connect;  // opens the catalogue's database; empty for SQLite's own
+  const platform::Clock& clock;                        // outlives the host
+  std::string userName;                                // under which changes are recorded
+  std::string settingsPath;                            // of the user's settings, a JSON file that need not be there
+  std::string registryPath;                            // of the machine's values, likewise
+  repository::ConnectionFactory connect;               // opens the catalogue's database; empty for SQLite's own
+  OptionsFile::Dialog projectOptionsDialog = nullptr;  // without them the options are taken as they are stored
+  OptionsFile::Dialog globalOptionsDialog = nullptr;
 };
 
 // The host of one workspace folder in one process: the front end that the rule manager works on, with the catalogue
@@ -56,6 +58,8 @@ class EmbeddedHost final : public platform::FrontEnd {
   // Stores the options of the current project as they stand.
   void SaveProjectOptions();
   platform::Options& GlobalOptions() override { return globalOptions_; }
+  // Stores the options of the workspace as they stand.
+  void SaveGlobalOptions() { globalOptions_.Save(); }
   std::string UserName() const override { return services_.userName; }
   std::string GetFerrowoodName(int number) const override { return folder_.GetFerrowoodName(number); }
   std::string HelpFile() const override { return {}; }

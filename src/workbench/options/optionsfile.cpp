@@ -47,7 +47,7 @@ bool OptionsFile::DisplayDialog(std::string_view path) {
   if (!dialog_) return true;
   platform::XmlDocument copy;
   copy.loadXML(document_->xml(), path_);
-  if (!dialog_(RequireOption(copy, path, path_))) return false;
+  if (!dialog_(copy, path)) return false;
   copy.save(path_);
   document_ = std::move(copy);
   return true;

@@ -17,9 +17,9 @@ platform::XmlElement RequireOption(const platform::XmlDocument& document, std::s
 // One options document, kept in an XML file that is read when it is first asked for.
 class OptionsFile final : public platform::Options {
  public:
-  // Lets the user change the options under the node. True when the user accepted them; the node may be changed as it
-  // goes, since it is part of a copy.
-  using Dialog = std::function<bool(platform::XmlElement node)>;
+  // Lets the user change the options of the document that are under the path, which leads to a node of it. True when
+  // the user accepted them; the document may be changed as it goes, since it is a copy.
+  using Dialog = std::function<bool(platform::XmlDocument& document, std::string_view path)>;
 
   // Without a dialog, as in a run without a screen, the options are taken as they are stored.
   explicit OptionsFile(const std::string& path, Dialog dialog = nullptr);

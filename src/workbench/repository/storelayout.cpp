@@ -48,6 +48,23 @@ std::string TableDefinition(const StoreEntity& entity) {
   return fmt::format("CREATE TABLE IF NOT EXISTS {} ({})", entity.Table(), columns);
 }
 
+// Which objects the sweep over all sources walks, and through which columns. The rows of such an entity are long, and
+// these columns a tenth of them.
+bool IsSwept(const StoreEntity& entity) {
+  return entity.FindAttr("FileName") != nullptr && entity.FindAttr("Valid") != nullptr &&
+         entity.FindAttr("Validated") != nullptr;
+}
+
+std::string SweepIndex(const StoreEntity& entity) {
+  return "Vek" + entity.Name() + "Sweep";
+}
+
+// The ID goes first: unsorted rows come in its order, and no search by another column is drawn to the index.
+std::string SweepIndexDefinition(const StoreEntity& entity) {
+  return fmt::format("CREATE INDEX IF NOT EXISTS {} ON {} (\"ObjectID\", \"FileName\", \"Valid\", \"Validated\")",
+                     QuoteIdentifier(SweepIndex(entity)), entity.Table());
+}
+
 class LayoutBuilder {
  public:
   LayoutBuilder(Connection& connection, const StoreSchema& schema) : connection_(connection), schema_(schema) {
@@ -56,8 +73,8 @@ class LayoutBuilder {
     while (statement->Step()) {
       known_[std::string(statement->Text(0))][shell::FoldCase(statement->Text(1))] = std::string(statement->Text(2));
     }
-    const auto tables = connection.Prepare("SELECT name FROM sqlite_master WHERE type = 'table'");
-    while (tables->Step()) tables_.insert(std::string(tables->Text(0)));
+    const auto present = connection.Prepare("SELECT name FROM sqlite_master WHERE type IN ('table', 'index')");
+    while (present->Step()) present_.insert(std::string(present->Text(0)));
   }
 
   bool IsComplete() const {
@@ -68,9 +85,10 @@ class LayoutBuilder {
         const auto type = known->second.find(shell::FoldCase(attribute->Name()));
         if (type == known->second.end() || type->second != platform::AttrTypeName(attribute->Type())) return false;
       }
+      if (IsSwept(*entity) && !present_.contains(SweepIndex(*entity))) return false;
     }
     for (const auto& relation : schema_.Relations()) {
-      if (!tables_.contains("Vek" + relation->Name() + "Tbl")) return false;
+      if (!present_.contains("Vek" + relation->Name() + "Tbl")) return false;
     }
     return true;
   }
@@ -136,6 +154,7 @@ class LayoutBuilder {
         Register(entity, *attribute);
       }
     }
+    if (IsSwept(entity)) connection_.Execute(SweepIndexDefinition(entity));
   }
 
   void Register(const StoreEntity& entity, const StoreAttribute& attribute) {
@@ -172,7 +191,7 @@ class LayoutBuilder {
   Connection& connection_;
   const StoreSchema& schema_;
   std::map<std::string, std::map<std::string, std::string>> known_;
-  std::set<std::string> tables_;
+  std::set<std::string> present_;  // tables and indexes
 };
 
 // Does the work in one transaction, which a failure undoes.

@@ -22,11 +22,16 @@ std::string StoredName(const KnownModel& model) {
 }
 
 bool HoldsNoProgram(const ScanTask& task) {
-  return task.models.size() == 1 && task.models.front().fileName == NoProgramFileName(task.source);
+  return task.models.size() == 1 && NotesNoProgram(task.models.front().fileName);
+}
+
+bool IsStoredAs(const KnownModel& model, std::string_view modelFile) {
+  return modelFile.size() == kModelFolder.size() + 1 + model.fileName.size() && modelFile.ends_with(model.fileName) &&
+         modelFile.starts_with(kModelFolder) && modelFile[kModelFolder.size()] == '/';
 }
 
 bool Fits(const KnownSource& row, const KnownModel& model) {
-  return row.hasData && row.rows == model.rows && row.modelFile == StoredName(model);
+  return row.hasData && row.rows == model.rows && IsStoredAs(model, row.modelFile);
 }
 
 ScannedModel OutcomeOf(const KnownSource& row, Outcome outcome) {

@@ -2,12 +2,12 @@
 
 #include <array>
 #include <cstdint>
-#include <map>
 #include <mutex>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "workbench/codemodel/frontend.h"
@@ -47,7 +47,7 @@ class ChangeCheck {
   std::string modelFolder_;
   std::string options_;
   std::mutex mutex_;
-  std::map<std::string, std::optional<Hash>, std::less<>> hashes_;  // of files met; nothing for one that is not there
+  std::unordered_map<std::string, std::optional<Hash>> hashes_;  // of files met; nothing for one that is not there
 };
 
 }  // namespace qmrules::workbench

@@ -8,6 +8,7 @@
 #include <system_error>
 #include <utility>
 
+#include "platform/diskfolder.h"
 #include "platform/error.h"
 #include "shell/casefold.h"
 
@@ -23,8 +24,10 @@ constexpr std::array<std::string_view, 9> kSuffixes{"",     ".cpy", ".copy", ".i
 constexpr std::size_t kFirstOfProgram = 6;
 
 bool HasCopybookSuffix(std::string_view folded) {
-  return std::any_of(kSuffixes.begin() + 1, kSuffixes.begin() + kFirstOfProgram,
-                     [&](std::string_view suffix) { return folded.ends_with(shell::FoldCase(suffix)); });
+  return std::any_of(kSuffixes.begin() + 1, kSuffixes.begin() + kFirstOfProgram, [&](std::string_view suffix) {
+    return folded.size() >= suffix.size() &&
+           shell::EqualIgnoringCase(folded.substr(folded.size() - suffix.size()), suffix);
+  });
 }
 
 // Both without links.
@@ -67,6 +70,11 @@ std::string_view FolderOf(std::string_view file) {
   return slash == file.npos ? std::string_view() : file.substr(0, slash);
 }
 
+// Relative to the root.
+std::string Joined(const std::string& folder, std::string_view name) {
+  return folder.empty() ? std::string(name) : fmt::format("{}/{}", folder, name);
+}
+
 }  // namespace
 
 CopybookIndex::CopybookIndex(const fs::path& root, const std::vector<std::string>& copybookFolders,
@@ -81,49 +89,51 @@ CopybookIndex::CopybookIndex(const fs::path& root, const std::vector<std::string
 
 void CopybookIndex::Walk(const fs::path& root, const std::vector<std::string>& copybookFolders,
                          const SourceLimits& limits) {
-  std::vector<std::pair<fs::path, int>> folders;
+  std::vector<std::pair<std::string, int>> folders;
   folders.reserve(copybookFolders.size() + 1);
   // A folder that was named is searched even where the walk from the root passes it over.
-  for (const std::string& folder : copybookFolders) folders.emplace_back(root / folder, limits.depth);
-  folders.emplace_back(root, 1);
-  std::set<fs::path> walked;
+  for (const std::string& folder : copybookFolders) folders.emplace_back(folder, limits.depth);
+  folders.emplace_back("", 1);
+  std::set<std::string> walked;
   std::size_t files = 0;
   while (!folders.empty()) {
     const auto [folder, depth] = std::move(folders.back());
     folders.pop_back();
     if (!walked.insert(folder).second) continue;
-    std::error_code failed;
-    for (fs::directory_iterator entry(folder, failed); !failed && entry != fs::directory_iterator();
-         entry.increment(failed)) {
-      std::error_code ignored;  // a link to nothing is no folder
-      const fs::path& path = entry->path();
-      if (entry->is_directory(ignored)) {
-        const bool isHidden = path.filename().string().starts_with('.');
-        if (!entry->is_symlink() && !isHidden && depth < limits.depth) folders.emplace_back(path, depth + 1);
-        continue;
-      }
-      if (++files > limits.files) {
-        throw platform::Error(
-            fmt::format("There are more than {} files below \"{}\"; move what is no source out of "
-                        "the workspace.",
-                        limits.files, root.string()));
-      }
-      if (!entry->is_symlink() || LeadsInside(root, path)) Add(root, path);
+    for (auto& inner : AddFiles(root, folder, files, limits)) {
+      if (depth < limits.depth) folders.emplace_back(std::move(inner), depth + 1);
     }
   }
 }
 
-void CopybookIndex::Add(const fs::path& root, const fs::path& file) {
-  const fs::path folder = file.parent_path();
-  std::string path = folder == root ? std::string() : folder.lexically_relative(root).generic_string();
-  const auto [number, isNew] = folderNumbers_.emplace(path, static_cast<std::uint32_t>(folders_.size()));
-  if (isNew) {
-    std::string folded = FoldedFolder(path);
-    folders_.push_back({std::move(path), std::move(folded)});
-  }
-  std::string name = file.filename().string();
-  auto& places = places_[shell::FoldCase(name)];
-  places.push_back({number->second, std::move(name)});
+// Gives the folders in this one that may be searched, too.
+std::vector<std::string> CopybookIndex::AddFiles(const fs::path& root, const std::string& folder, std::size_t& files,
+                                                 const SourceLimits& limits) {
+  const auto number = static_cast<std::uint32_t>(folders_.size());
+  folders_.push_back({folder, FoldedFolder(folder)});
+  const std::string path = (root / folder).string();
+  std::vector<std::string> inner;
+  const auto take = [&](std::string_view name, platform::DiskEntryKind kind) {
+    if (kind == platform::DiskEntryKind::Folder) {
+      if (!name.starts_with('.')) inner.push_back(Joined(folder, name));
+      return;
+    }
+    const bool isLink = kind == platform::DiskEntryKind::Link;
+    std::error_code failed;  // a link to nothing is no folder
+    if (isLink && fs::is_directory(fs::path(path) / name, failed)) return;
+    if (++files > limits.files) {
+      throw platform::Error(
+          fmt::format("There are more than {} files below \"{}\"; move what is no source out of "
+                      "the workspace.",
+                      limits.files, root.string()));
+    }
+    if (!isLink || LeadsInside(root, fs::path(path) / name)) {
+      places_[shell::FoldCase(name)].push_back({number, std::string(name)});
+    }
+  };
+  // What cannot be listed is not found; what a program misses then, its translation tells.
+  [[maybe_unused]] const auto failed = platform::VisitDiskFolder(path, take);
+  return inner;
 }
 
 // The folders with copybooks, where none were named.
@@ -142,8 +152,7 @@ void CopybookIndex::SearchAllFolders() {
 }
 
 std::string CopybookIndex::PathOf(const Place& place) const {
-  const std::string& folder = folders_[place.folder].path;
-  return folder.empty() ? place.file : fmt::format("{}/{}", folder, place.file);
+  return Joined(folders_[place.folder].path, place.file);
 }
 
 std::optional<std::string> CopybookIndex::Find(std::string_view name, std::string_view library,

@@ -48,16 +48,16 @@ class CopybookIndex {
 
   void Walk(const std::filesystem::path& root, const std::vector<std::string>& copybookFolders,
             const SourceLimits& limits);
-  void Add(const std::filesystem::path& root, const std::filesystem::path& file);
+  std::vector<std::string> AddFiles(const std::filesystem::path& root, const std::string& folder, std::size_t& files,
+                                    const SourceLimits& limits);
   void SearchAllFolders();
   std::optional<std::uint64_t> TurnOf(const Wish& wish, const Place& place, std::size_t suffix) const;
   std::string PathOf(const Place& place) const;
 
   std::vector<Folder> folders_;
-  std::unordered_map<std::string, std::uint32_t> folderNumbers_;  // by path
-  std::unordered_map<std::string, std::vector<Place>> places_;    // by the file's name without case
-  std::unordered_map<std::string, std::uint32_t> turns_;          // of the searched folders, by folded path
-  bool areNamed_ = false;                                         // the searched folders were named
+  std::unordered_map<std::string, std::vector<Place>> places_;  // by the file's name without case
+  std::unordered_map<std::string, std::uint32_t> turns_;        // of the searched folders, by folded path
+  bool areNamed_ = false;                                       // the searched folders were named
 };
 
 }  // namespace qmrules::workbench

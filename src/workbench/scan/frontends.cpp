@@ -2,10 +2,13 @@
 
 #include <fmt/format.h>
 
+#include <utility>
+
 #include "platform/encoding.h"
 #include "platform/error.h"
 #include "shell/casefold.h"
 #include "workbench/codemodel/cobol/cobolfrontend.h"
+#include "workbench/codemodel/cobol/reading/textclassification.h"
 
 namespace qmrules::workbench {
 
@@ -48,6 +51,12 @@ FrontEndFactory CobolFrontEnds(const SourceOptions& options, std::string_view en
 std::string CobolOptionsText(const SourceOptions& options, std::string_view encoding) {
   return fmt::format("{} encoding {}", codemodel::cobol::CobolFrontEnd::OptionsText(LexerOptionsOf(options, encoding)),
                      encoding.empty() ? "default" : encoding);
+}
+
+codemodel::TextClassifier CobolTextClassifier(const SourceOptions& options, std::string_view encoding) {
+  return [lexer = LexerOptionsOf(options, encoding)](std::shared_ptr<const codemodel::SourceFile> file) {
+    return codemodel::cobol::ClassifyText(std::move(file), lexer);
+  };
 }
 
 }  // namespace qmrules::workbench

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "workbench/codemodel/frontend.h"
+#include "workbench/codemodel/textclasses.h"
 #include "workbench/options/sourceoptions.h"
 
 // The front ends of the languages, by the options of a project.
@@ -18,5 +19,8 @@ FrontEndFactory CobolFrontEnds(const SourceOptions& options, std::string_view en
 
 // What decides, besides the texts, how COBOL models come out: the front end's version and its options.
 std::string CobolOptionsText(const SourceOptions& options, std::string_view encoding);
+
+// Tells the classes of COBOL texts for colouring, by the same options. Throws as CobolFrontEnds.
+codemodel::TextClassifier CobolTextClassifier(const SourceOptions& options, std::string_view encoding);
 
 }  // namespace qmrules::workbench

@@ -12,6 +12,8 @@ namespace {
 // A file system takes 255 bytes; "%" and digits make three of one.
 constexpr std::size_t kLongestPart = 96;
 constexpr std::size_t kNumberDigits = 16;
+// In place of a program's name; none is encoded like this.
+constexpr std::string_view kNoProgram = ".~none";
 
 bool IsSafe(char character) {
   return (character >= '0' && character <= '9') || (character >= 'A' && character <= 'Z') ||
@@ -53,7 +55,13 @@ std::string ModelFileName(std::string_view source, std::string_view program) {
 }
 
 std::string NoProgramFileName(std::string_view source) {
-  return fmt::format("{}.~none{}", ModelFileStem(source), kModelSuffix);
+  return fmt::format("{}{}{}", ModelFileStem(source), kNoProgram, kModelSuffix);
+}
+
+bool NotesNoProgram(std::string_view modelFile) {
+  if (!modelFile.ends_with(kModelSuffix)) return false;
+  modelFile.remove_suffix(kModelSuffix.size());
+  return modelFile.ends_with(kNoProgram);
 }
 
 std::string_view StemOfModelFile(std::string_view name) {

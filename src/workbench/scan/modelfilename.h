@@ -23,6 +23,9 @@ std::string ModelFileName(std::string_view source, std::string_view program);
 // The file that notes for a source that it holds no program.
 std::string NoProgramFileName(std::string_view source);
 
+// True for the name of a file of the last kind.
+bool NotesNoProgram(std::string_view modelFile);
+
 // The stem that a model file's name begins with; "" for the name of another file.
 std::string_view StemOfModelFile(std::string_view name);
 

@@ -5,6 +5,7 @@
 #include <system_error>
 
 #include "platform/diskfile.h"
+#include "platform/diskfolder.h"
 #include "platform/filefailure.h"
 #include "workbench/scan/modelfilename.h"
 
@@ -13,13 +14,10 @@ namespace qmrules::workbench {
 namespace fs = std::filesystem;
 
 ModelFolder::ModelFolder(const std::string& root) : path_(root + "/" + std::string(kModelFolder)) {
-  std::error_code failed;
-  fs::directory_iterator entry(path_, failed);
+  const auto failed = platform::VisitDiskFolder(path_, [&](std::string_view name, platform::DiskEntryKind) {
+    if (const auto stem = StemOfModelFile(name); !stem.empty()) files_[std::string(stem)].emplace_back(name);
+  });
   if (failed == std::errc::no_such_file_or_directory) return;
-  for (; !failed && entry != fs::directory_iterator(); entry.increment(failed)) {
-    std::string name = entry->path().filename().string();
-    if (const auto stem = StemOfModelFile(name); !stem.empty()) files_[std::string(stem)].push_back(std::move(name));
-  }
   if (failed) throw platform::ListFailure(path_, platform::FailureReason(failed.value()));
   for (auto& [stem, names] : files_) std::ranges::sort(names);
 }
@@ -33,10 +31,10 @@ std::vector<std::string> ModelFolder::FilesOf(std::string_view stem) const {
   return found == files_.end() ? std::vector<std::string>() : found->second;
 }
 
-std::vector<std::string> ModelFolder::Stems() const {
-  std::vector<std::string> stems;
+std::vector<std::string_view> ModelFolder::Stems() const {
+  std::vector<std::string_view> stems;
   stems.reserve(files_.size());
-  for (const auto& [stem, names] : files_) stems.push_back(stem);
+  for (const auto& [stem, names] : files_) stems.emplace_back(stem);
   return stems;
 }
 

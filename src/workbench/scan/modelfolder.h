@@ -19,8 +19,8 @@ class ModelFolder {
   void Create() const;
   // Names of the model files with this stem, ascending.
   std::vector<std::string> FilesOf(std::string_view stem) const;
-  // Stems of all sources that have model files.
-  std::vector<std::string> Stems() const;
+  // Stems of all sources that have model files, ascending.
+  std::vector<std::string_view> Stems() const;
   // Removes the model files with this stem but for these; one that cannot be removed stays until the next time.
   void Remove(std::string_view stem, const std::set<std::string>& butFor) const;
 

@@ -37,6 +37,11 @@ std::string WithoutFile(const std::string& text, const std::string& file) {
   return text.starts_with(prefix) ? text.substr(prefix.size()) : text;
 }
 
+void SortAndKeepOne(std::vector<std::string>& names) {
+  std::ranges::sort(names);
+  names.erase(std::unique(names.begin(), names.end()), names.end());
+}
+
 // The display of the work, closed on every path.
 class ProgressDisplay {
  public:
@@ -82,21 +87,25 @@ class Scan {
   void CollectSources() {
     auto paths = request_.paths;
     if (paths.empty()) paths.push_back(request_.root);
-    std::set<std::string> files;
+    std::vector<std::string> files;
     std::set<std::string> named;
     for (const auto& path : paths) {
       auto list = ListSources({.root = request_.root, .path = path, .encoding = {}, .limits = request_.limits});
       if (list.isFile) named.insert(list.files.begin(), list.files.end());
-      files.insert(std::make_move_iterator(list.files.begin()), std::make_move_iterator(list.files.end()));
+      std::ranges::move(list.files, std::back_inserter(files));
       std::ranges::move(list.problems, std::back_inserter(report_.problems));
       scopes_.push_back(std::move(list.scope));
     }
+    SortAndKeepOne(files);
     // A known source may have any suffix.
+    const std::size_t listed = files.size();
     for (const auto& source : known_) {
       std::error_code failed;  // what cannot be looked at is not there
-      if (files.contains(source.file) || !IsInScope(source.file)) continue;
-      if (fs::is_regular_file(request_.root + "/" + source.file, failed)) files.insert(source.file);
+      const auto end = files.begin() + static_cast<std::ptrdiff_t>(listed);
+      if (std::binary_search(files.begin(), end, source.file) || !IsInScope(source.file)) continue;
+      if (fs::is_regular_file(request_.root + "/" + source.file, failed)) files.push_back(source.file);
     }
+    SortAndKeepOne(files);
     tasks_.reserve(files.size());
     for (const auto& file : files) {
       ScanTask task;
@@ -208,15 +217,17 @@ class Scan {
   }
 
   void RemoveObsoleteFiles() {
-    std::set<std::string> stems;
+    std::vector<std::string_view> stems;
+    stems.reserve(tasks_.size());
     for (const auto& task : tasks_) {
       const bool mayHaveOld = task.state == State::Translated || task.state == State::Failed;
       if (mayHaveOld) folder_.Remove(task.modelStem, ExpectedFiles(task));
-      stems.insert(task.modelStem);
+      stems.emplace_back(task.modelStem);
     }
     for (const auto* source : gone_) folder_.Remove(ModelFileStem(source->file), {});
     if (!request_.paths.empty() || cancelled_) return;
-    std::vector<std::string> orphans;
+    std::ranges::sort(stems);
+    std::vector<std::string_view> orphans;
     std::ranges::set_difference(folder_.Stems(), stems, std::back_inserter(orphans));
     if (orphans.empty()) return;
     // What other projects know stays, even where this scan does not look.

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <functional>
 #include <system_error>
 #include <utility>
 
@@ -28,15 +29,19 @@ struct FreeHashState {
   void operator()(XXH3_state_t* state) const { XXH3_freeState(state); }
 };
 
-// The same without holding the file in memory.
-WorkspaceSources::Digest HashOfFile(const std::string& path, std::size_t limit) {
-  const std::unique_ptr<XXH3_state_t, FreeHashState> state(XXH3_createState());
-  XXH3_128bits_reset(state.get());
-  platform::VisitDiskFile(
-      path, limit, [&](std::string_view piece) { XXH3_128bits_update(state.get(), piece.data(), piece.size()); });
-  const XXH128_hash_t hash = XXH3_128bits_digest(state.get());
-  return {hash.high64, hash.low64};
-}
+// The same without holding a file in memory.
+class FileHash {
+ public:
+  FileHash() : state_(XXH3_createState()) { XXH3_128bits_reset(state_.get()); }
+  void operator()(std::string_view piece) { XXH3_128bits_update(state_.get(), piece.data(), piece.size()); }
+  WorkspaceSources::Digest Digest() const {
+    const XXH128_hash_t hash = XXH3_128bits_digest(state_.get());
+    return {hash.high64, hash.low64};
+  }
+
+ private:
+  std::unique_ptr<XXH3_state_t, FreeHashState> state_;
+};
 
 // The folder relative to the root, with "/".
 std::string FolderInside(const fs::path& root, const std::string& folder) {
@@ -68,26 +73,42 @@ WorkspaceSources::WorkspaceSources(WorkspaceSourceSettings settings)
   for (std::string& folder : settings_.copybookFolders) folder = FolderInside(root, folder);
 }
 
-std::shared_ptr<WorkspaceSources::Entry> WorkspaceSources::EntryOf(std::string_view file) {
+WorkspaceSources::Entry& WorkspaceSources::EntryOf(std::string_view file) {
   const std::scoped_lock lock(entriesMutex_);
-  const auto found = entries_.find(file);
-  if (found != entries_.end()) return found->second;
-  return entries_.emplace(file, std::make_shared<Entry>()).first->second;
+  return entries_[std::string(file)];
 }
 
-// The full path. Links are followed up once for each folder, and for each file that is one.
-std::string WorkspaceSources::PathInside(std::string_view file) {
+// The path as it is written, where links on the way to the file are known not to lead out of the root. The file can
+// still be a link itself.
+std::optional<std::string> WorkspaceSources::PathInKnownFolder(std::string_view file) {
   std::string path = files_.platform::FileSystem::ResolveInside(root_, file);
   const std::string_view folder = std::string_view(path).substr(0, path.rfind('/'));
-  {
-    const std::scoped_lock lock(entriesMutex_);
-    std::error_code failed;
-    if (foldersInside_.contains(folder) && !fs::is_symlink(path, failed)) return path;
-  }
-  path = files_.ResolveInside(root_, file);
+  const std::scoped_lock lock(entriesMutex_);
+  if (!foldersInside_.contains(folder)) return std::nullopt;
+  return path;
+}
+
+// The path, once all links on it have been followed up.
+std::string WorkspaceSources::FollowUp(std::string_view file) {
+  std::string path = files_.ResolveInside(root_, file);
   const std::scoped_lock lock(entriesMutex_);
   foldersInside_.emplace(path.substr(0, path.rfind('/')));
   return path;
+}
+
+std::string WorkspaceSources::ReadBytes(std::string_view file) {
+  std::error_code failed;
+  if (const auto path = PathInKnownFolder(file); path && !fs::is_symlink(*path, failed)) return files_.ReadFile(*path);
+  return files_.ReadFile(FollowUp(file));
+}
+
+WorkspaceSources::Digest WorkspaceSources::HashBytes(std::string_view file) {
+  const std::size_t limit = settings_.limits.fileBytes;
+  FileHash hash;
+  const auto path = PathInKnownFolder(file);
+  if (path && platform::VisitUnlinkedDiskFile(*path, limit, std::ref(hash))) return hash.Digest();
+  platform::VisitDiskFile(FollowUp(file), limit, std::ref(hash));
+  return hash.Digest();
 }
 
 std::string WorkspaceSources::Decode(const std::string& bytes, std::string_view file) const {
@@ -97,23 +118,23 @@ std::string WorkspaceSources::Decode(const std::string& bytes, std::string_view 
 }
 
 codemodel::SourceProvider::Source WorkspaceSources::Read(std::string_view file) {
-  const auto entry = EntryOf(file);
-  const std::scoped_lock lock(entry->mutex);
-  auto text = entry->text.lock();
+  Entry& entry = EntryOf(file);
+  const std::scoped_lock lock(entry.mutex);
+  auto text = entry.text.lock();
   if (!text) {
     const std::string bytes = ReadBytes(file);
-    entry->hash = HashOf(bytes);
+    entry.hash = HashOf(bytes);
     text = std::make_shared<const codemodel::SourceFile>(std::string(file), Decode(bytes, file));
-    entry->text = text;
+    entry.text = text;
   }
-  return {std::move(text), {(*entry->hash)[0], (*entry->hash)[1]}};
+  return {std::move(text), {(*entry.hash)[0], (*entry.hash)[1]}};
 }
 
 WorkspaceSources::Digest WorkspaceSources::Hash(std::string_view file) {
-  const auto entry = EntryOf(file);
-  const std::scoped_lock lock(entry->mutex);
-  if (!entry->hash) entry->hash = HashOfFile(PathInside(file), settings_.limits.fileBytes);
-  return *entry->hash;
+  Entry& entry = EntryOf(file);
+  const std::scoped_lock lock(entry.mutex);
+  if (!entry.hash) entry.hash = HashBytes(file);
+  return *entry.hash;
 }
 
 std::optional<std::string> WorkspaceSources::FindCopybook(std::string_view name, std::string_view library,

@@ -3,13 +3,13 @@
 #include <array>
 #include <cstdint>
 #include <functional>
-#include <map>
 #include <memory>
 #include <mutex>
 #include <optional>
 #include <set>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "platform/filesystem.h"
@@ -50,9 +50,11 @@ class WorkspaceSources final : public codemodel::SourceProvider {
     std::weak_ptr<const codemodel::SourceFile> text;
   };
 
-  std::shared_ptr<Entry> EntryOf(std::string_view file);
-  std::string PathInside(std::string_view file);
-  std::string ReadBytes(std::string_view file) { return files_.ReadFile(PathInside(file)); }
+  Entry& EntryOf(std::string_view file);
+  std::optional<std::string> PathInKnownFolder(std::string_view file);
+  std::string FollowUp(std::string_view file);
+  std::string ReadBytes(std::string_view file);
+  Digest HashBytes(std::string_view file);
   std::string Decode(const std::string& bytes, std::string_view file) const;
 
   WorkspaceSourceSettings settings_;
@@ -61,7 +63,7 @@ class WorkspaceSources final : public codemodel::SourceProvider {
 
   std::mutex entriesMutex_;
   std::set<std::string, std::less<>> foldersInside_;  // full paths; their links, if any, do not lead out
-  std::map<std::string, std::shared_ptr<Entry>, std::less<>> entries_;
+  std::unordered_map<std::string, Entry> entries_;    // each stays in its place
 
   std::mutex indexMutex_;
   std::optional<CopybookIndex> index_;

@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "platform/diskfile.h"
+#include "platform/diskfolder.h"
 #include "platform/encoding.h"
 #include "platform/error.h"
 #include "platform/linereader.h"
@@ -21,19 +22,18 @@ namespace qmrules::workbench {
 
 namespace {
 
+using platform::DiskEntryKind;
 using platform::Error;
 namespace fs = std::filesystem;
 
 constexpr std::string_view notAText = "this is no text file";
 
-bool HasCobolSuffix(const fs::path& file) {
+bool HasCobolSuffix(std::string_view name) {
   constexpr std::array<std::string_view, 4> suffixes{".cbl", ".cob", ".cobol", ".pco"};
-  const std::string suffix = file.extension().string();
+  const std::size_t dot = name.rfind('.');
+  if (dot == 0 || dot == name.npos) return false;
+  const std::string_view suffix = name.substr(dot);
   return std::ranges::any_of(suffixes, [&](std::string_view known) { return shell::EqualIgnoringCase(known, suffix); });
-}
-
-bool IsHidden(const fs::path& path) {
-  return path.filename().string().starts_with('.');
 }
 
 // Both without links. The root itself is inside.
@@ -55,18 +55,27 @@ class SourceFinder {
   SourceList List() {
     SourceList list;
     list.isFile = Find();
-    list.scope = path_ == root_ ? std::string() : Relative(path_);
-    list.files.reserve(files_.size());
-    for (const auto& file : files_) list.files.push_back(Relative(file));
+    list.scope = Relative(path_);
+    list.files = std::move(files_);
     list.problems = std::move(result_.problems);
     return list;
   }
 
  private:
-  std::string Relative(const fs::path& path) const { return path.lexically_relative(root_).generic_string(); }
+  // A folder that is still to be searched.
+  struct Folder {
+    std::string path;  // relative to the root; "" for the root itself
+    int depth = 1;
+  };
 
-  void Problem(const fs::path& path, std::string text) {
-    result_.problems.push_back({Relative(path), std::move(text)});
+  // "" for the root itself.
+  std::string Relative(const fs::path& path) const {
+    return path == root_ ? std::string() : path.lexically_relative(root_).generic_string();
+  }
+  std::string FullPath(const std::string& relative) const { return (root_ / relative).string(); }
+
+  void Problem(const std::string& file, std::string text) {
+    result_.problems.push_back({file.empty() ? "." : file, std::move(text)});
   }
 
   // Gathers the files that the path means. True when it is a file itself.
@@ -81,48 +90,57 @@ class SourceFinder {
                               scan_.path, root_.string()));
     }
     if (!fs::is_directory(path_)) {
-      files_.push_back(path_);
+      files_.push_back(Relative(path_));
       return true;
     }
-    Collect(path_);
+    Collect();
     std::ranges::sort(files_);
     return false;
   }
 
-  // Gathers the COBOL files below the folder.
-  void Collect(const fs::path& folder) {
-    std::vector<std::pair<fs::path, int>> folders{{folder, 1}};
+  // Gathers the COBOL files below the path.
+  void Collect() {
+    std::vector<Folder> folders{{Relative(path_), 1}};
     while (!folders.empty()) {
-      const auto [current, depth] = std::move(folders.back());
+      const Folder folder = std::move(folders.back());
       folders.pop_back();
-      if (depth > scan_.limits.depth) {
-        Problem(current, fmt::format("folders more than {} deep are not searched", scan_.limits.depth));
+      if (folder.depth > scan_.limits.depth) {
+        Problem(folder.path, fmt::format("folders more than {} deep are not searched", scan_.limits.depth));
         continue;
       }
-      std::error_code failed;
-      for (fs::directory_iterator entry(current, failed); !failed && entry != fs::directory_iterator();
-           entry.increment(failed)) {
-        if (entry->is_directory() && !entry->is_symlink()) {
-          if (!IsHidden(entry->path())) folders.emplace_back(entry->path(), depth + 1);
-        } else {
-          Count(folder);
-          if (!entry->is_directory() && HasCobolSuffix(entry->path())) files_.push_back(entry->path());
-        }
-      }
-      if (failed) Problem(current, fmt::format("the folder cannot be read: {}", failed.message()));
+      const auto failed = platform::VisitDiskFolder(
+          FullPath(folder.path), [&](std::string_view name, DiskEntryKind kind) { Take(name, kind, folder, folders); });
+      if (failed) Problem(folder.path, fmt::format("the folder cannot be read: {}", failed.message()));
     }
   }
 
-  void Count(const fs::path& folder) {
+  // Takes one entry of the folder.
+  void Take(std::string_view name, DiskEntryKind kind, const Folder& folder, std::vector<Folder>& folders) {
+    std::string path = folder.path;
+    if (!path.empty()) path += '/';
+    path += name;
+    if (kind == DiskEntryKind::Folder) {
+      if (!name.starts_with('.')) folders.push_back({std::move(path), folder.depth + 1});
+      return;
+    }
+    Count();
+    if (!HasCobolSuffix(name)) return;
+    std::error_code failed;  // of a link that leads nowhere: reading it tells the user
+    if (kind == DiskEntryKind::Link && fs::is_directory(FullPath(path), failed)) return;
+    files_.push_back(std::move(path));
+  }
+
+  void Count() {
     if (++met_ <= scan_.limits.files) return;
     throw Error(fmt::format("There are more than {} files below \"{}\"; name a folder further down.",
-                            scan_.limits.files, folder.string()));
+                            scan_.limits.files, path_.string()));
   }
 
   // The file's text, or nothing, the problem being told.
-  std::optional<std::string> ReadText(const fs::path& file) {
+  std::optional<std::string> ReadText(const std::string& file) {
     std::error_code failed;
-    const fs::path target = fs::canonical(file, failed);
+    const std::string path = FullPath(file);
+    const fs::path target = fs::canonical(path, failed);
     if (failed) {
       Problem(file, fmt::format("the file cannot be read: {}", failed.message()));
       return std::nullopt;
@@ -132,22 +150,22 @@ class SourceFinder {
       return std::nullopt;
     }
     try {
-      const std::string bytes = platform::ReadDiskFile(file.string(), scan_.limits.fileBytes);
+      const std::string bytes = platform::ReadDiskFile(path, scan_.limits.fileBytes);
       const bool mayBeTold = scan_.encoding.empty() || platform::IsAsciiCompatible(scan_.encoding);
       if (!mayBeTold || !platform::LooksBinary(bytes)) {
-        return platform::DecodeText(bytes, scan_.encoding, Relative(file));
+        return platform::DecodeText(bytes, scan_.encoding, file);
       }
       Problem(file, std::string(notAText));
     } catch (const Error& failure) {
       std::string text = failure.what();
-      const std::string prefix = Relative(file) + ": ";
+      const std::string prefix = file + ": ";
       if (text.starts_with(prefix)) text.erase(0, prefix.size());
       Problem(file, std::move(text));
     }
     return std::nullopt;
   }
 
-  void ReadFile(const fs::path& file, bool namedItself) {
+  void ReadFile(const std::string& file, bool namedItself) {
     const auto text = ReadText(file);
     if (!text) return;
     auto found = FindPrograms(*text);
@@ -164,7 +182,7 @@ class SourceFinder {
     AddPrograms(file, *text, found.programs);
   }
 
-  void AddPrograms(const fs::path& file, std::string_view text, std::vector<CobolProgram>& programs) {
+  void AddPrograms(const std::string& file, std::string_view text, std::vector<CobolProgram>& programs) {
     std::size_t lines = 0;
     for (platform::LineReader reader(text); reader.SkipLine();) ++lines;
     for (auto at = programs.begin(); at != programs.end(); ++at) {
@@ -176,7 +194,7 @@ class SourceFinder {
       }
       ScannedProgram program;
       program.programId = at->programId;
-      program.file = Relative(file);
+      program.file = file;
       program.lines = lines;
       program.nested = std::move(at->nested);
       program.onlyOneOfFile = programs.size() == 1;
@@ -187,7 +205,7 @@ class SourceFinder {
   const SourceScan& scan_;
   fs::path root_;
   fs::path path_;
-  std::vector<fs::path> files_;
+  std::vector<std::string> files_;  // relative to the root
   std::size_t met_ = 0;
   SourceScanResult result_;
 };

@@ -11,7 +11,7 @@
 namespace qmrules::workbench {
 namespace {
 
-using platform::XmlElement;
+using platform::XmlDocument;
 using test::ErrorText;
 
 constexpr const char* optionsText = R"(<OPTIONS><CASE NAME="A"><TEXT NAME="T" VALUE="old"/></CASE></OPTIONS>)";
@@ -89,8 +89,8 @@ TEST_F(OptionsFileTest, WithoutAScreenTheStoredOptionsAreTaken) {
 }
 
 TEST_F(OptionsFileTest, AcceptedOptionsHoldAndAreStored) {
-  OptionsFile options(path_, [](const XmlElement& node) {
-    node.selectSingleNode("TEXT").setAttribute("VALUE", "new");
+  OptionsFile options(path_, [](const XmlDocument& copy, std::string_view node) {
+    copy.selectSingleNode(node).selectSingleNode("TEXT").setAttribute("VALUE", "new");
     return true;
   });
   auto& document = options.Document();
@@ -100,8 +100,8 @@ TEST_F(OptionsFileTest, AcceptedOptionsHoldAndAreStored) {
 }
 
 TEST_F(OptionsFileTest, ACancelledDialogChangesNothing) {
-  OptionsFile options(path_, [](const XmlElement& node) {
-    node.selectSingleNode("TEXT").setAttribute("VALUE", "new");
+  OptionsFile options(path_, [](const XmlDocument& copy, std::string_view node) {
+    copy.selectSingleNode(node).selectSingleNode("TEXT").setAttribute("VALUE", "new");
     return false;
   });
   EXPECT_FALSE(options.DisplayDialog("/OPTIONS/CASE[@NAME='A']"));
@@ -110,8 +110,8 @@ TEST_F(OptionsFileTest, ACancelledDialogChangesNothing) {
 }
 
 TEST_F(OptionsFileTest, AFailingDialogChangesNothing) {
-  OptionsFile options(path_, [](const XmlElement& node) -> bool {
-    node.selectSingleNode("TEXT").setAttribute("VALUE", "new");
+  OptionsFile options(path_, [](const XmlDocument& copy, std::string_view node) -> bool {
+    copy.selectSingleNode(node).selectSingleNode("TEXT").setAttribute("VALUE", "new");
     throw std::runtime_error("the window is gone");
   });
   EXPECT_THROW(options.DisplayDialog("/OPTIONS/CASE[@NAME='A']"), std::runtime_error);
@@ -120,8 +120,8 @@ TEST_F(OptionsFileTest, AFailingDialogChangesNothing) {
 
 TEST_F(OptionsFileTest, OptionsThatCannotBeStoredDoNotHold) {
   const auto path = folder_.Write("gone/Options.xml", optionsText);
-  OptionsFile options(path, [&](const XmlElement& node) {
-    node.selectSingleNode("TEXT").setAttribute("VALUE", "new");
+  OptionsFile options(path, [&](const XmlDocument& copy, std::string_view node) {
+    copy.selectSingleNode(node).selectSingleNode("TEXT").setAttribute("VALUE", "new");
     std::filesystem::remove_all(folder_.Path() / "gone");
     return true;
   });

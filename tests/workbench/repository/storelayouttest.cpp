@@ -202,6 +202,27 @@ TEST_F(StoreFile, StaysWholeInItsOldVersionWhenAStepFails) {
   EXPECT_EQ(RunSql(path, "SELECT Name FROM VekRULETbl", 1), "lost");
 }
 
+TEST_F(StoreFile, GetsTheIndexThatIsMissing) {
+  Open()->NewObject("RULE", "n");
+  const std::string definition = "SELECT sql FROM sqlite_master WHERE name = 'VekRULESweep'";
+  const auto made = RunSql(path, definition, 1);
+  EXPECT_NE(made, "");
+  RunSql(path, "DROP INDEX VekRULESweep");
+  EXPECT_EQ(IDs(*Open(), "RULE", {}), "1");
+  EXPECT_EQ(RunSql(path, definition, 1), made);
+}
+
+// A walk over all rules for the sake of their files reads no rule.
+TEST_F(StoreFile, HasAnIndexThatTheSweepWalksIn) {
+  Open();
+  const auto plan = RunSql(path,
+                           "EXPLAIN QUERY PLAN SELECT ObjectID, FileName, Valid, Validated FROM VekRULETbl "
+                           "WHERE Valid = 'Valid' ORDER BY ObjectID",
+                           4);
+  EXPECT_NE(plan.find("COVERING INDEX VekRULESweep"), std::string::npos) << plan;
+  EXPECT_EQ(plan.find("ORDER BY"), std::string::npos) << plan;
+}
+
 TEST_F(StoreFile, GetsTheColumnsOfTheSitesAttributes) {
   Open()->NewObject("RULE", "n");
   Extend(

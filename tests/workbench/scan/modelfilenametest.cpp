@@ -53,6 +53,19 @@ TEST(ModelFileName, TellsTheStemOfItsSource) {
   }
 }
 
+TEST(ModelFileName, TellsWhetherThereIsAProgram) {
+  const std::vector<std::string> sources{"a.cbl", "x/~none", "~none.qmm", std::string(250, 'a')};
+  const std::vector<std::string> programs{"A", "", "~none", ".~none", "~NONE", std::string(5000, '~')};
+  for (const auto& source : sources) {
+    EXPECT_TRUE(NotesNoProgram(NoProgramFileName(source))) << source;
+    for (const auto& program : programs) {
+      EXPECT_FALSE(NotesNoProgram(ModelFileName(source, program))) << source << ' ' << program;
+    }
+  }
+  EXPECT_FALSE(NotesNoProgram("a.~none"));
+  EXPECT_FALSE(NotesNoProgram(""));
+}
+
 TEST(ModelFileName, OfAnotherFileHasNoStem) {
   for (const std::string name : {"", ".qmm", "a.qmm", "a.b.qmm", "a.0123456789abcdeg.A.qmm", "a.0123456789abcdef.A",
                                  ".0123456789abcdef.A.qmm", "a.0123456789abcdef.A.qmm.tmp"}) {

@@ -90,6 +90,27 @@ TEST_F(WorkspaceSourcesTest, WhatIsNoTextIsRefused) {
   EXPECT_EQ(ErrorText([&] { sources.Read("link.cbl"); }), defects[4].problem);
 }
 
+TEST_F(WorkspaceSourcesTest, LinksAreFollowedUpForEachFileThatIsHashed) {
+  folder_.Write("outside.cbl", "A");
+  Write("in/a.cbl", "A");
+  Write("in/b.cbl", "B");
+  fs::create_symlink("a.cbl", folder_.Path() / "ws/in/inside.cbl");
+  fs::create_symlink(folder_.Path() / "outside.cbl", folder_.Path() / "ws/in/link.cbl");
+  fs::create_symlink("nothing", folder_.Path() / "ws/in/broken.cbl");
+  fs::create_directory_symlink("in", folder_.Path() / "ws/linked");
+  WorkspaceSources sources = Open();
+  const auto hash = sources.Hash("in/a.cbl");
+  EXPECT_NE(sources.Hash("in/b.cbl"), hash);
+  EXPECT_EQ(sources.Hash("in/inside.cbl"), hash);
+  EXPECT_EQ(sources.Hash("linked/a.cbl"), hash);
+  EXPECT_EQ(sources.Hash("linked/inside.cbl"), hash);
+  for (const std::string file : {"in/link.cbl", "linked/link.cbl", "in/broken.cbl"}) {
+    EXPECT_EQ(ErrorText([&] { sources.Hash(file); }), "The file name \"" + file + "\" leads out of the folder \"" +
+                                                          fs::canonical(folder_.Path() / "ws").string() +
+                                                          "\" through a link, or nowhere.");
+  }
+}
+
 TEST_F(WorkspaceSourcesTest, ACopybookIsFoundByItsNameInAnyCase) {
   Write("cobol/p.cbl");
   Write("copy/POLICY.cpy");
@@ -205,6 +226,17 @@ TEST_F(WorkspaceSourcesTest, TooManyFilesAreAnErrorEachTime) {
                               "\"; move what is no source out of the workspace.";
   EXPECT_EQ(ErrorText([&] { Found(sources, "a"); }), problem);
   EXPECT_EQ(ErrorText([&] { Found(sources, "b"); }), problem);
+}
+
+TEST_F(WorkspaceSourcesTest, TheRootItselfCanBeNamedAndCountsOnce) {
+  Write("A.cpy");
+  Write("in/B.cpy");
+  Write("p.cbl");
+  WorkspaceSources sources(
+      {.root = folder_.File("ws"), .encoding = "", .copybookFolders = {"in", "."}, .limits = {.files = 3}});
+  EXPECT_EQ(Found(sources, "A"), "A.cpy");
+  EXPECT_EQ(Found(sources, "B"), "in/B.cpy");
+  EXPECT_EQ(Found(sources, "P"), "p.cbl");
 }
 
 TEST_F(WorkspaceSourcesTest, FoldersBelowTheDepthAreNotSearched) {

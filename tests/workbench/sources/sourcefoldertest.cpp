@@ -65,6 +65,14 @@ TEST_F(SourceFolderTest, AFolderIsSearchedRecursivelyInTheOrderOfItsPaths) {
   EXPECT_TRUE(result.programs.front().onlyOneOfFile);
 }
 
+TEST_F(SourceFolderTest, TheOrderIsThatOfTheBytesOfThePaths) {
+  for (const char* file : {"a/x.cbl", "a.b/x.cbl", "a-b.cbl", "a/b/x.cbl", "B.cbl"}) Source(file, Program("A"));
+  EXPECT_EQ(Programs(Scan()), "A B.cbl 3\nA a-b.cbl 3\nA a.b/x.cbl 3\nA a/b/x.cbl 3\nA a/x.cbl 3\n");
+  const auto list = ListSources({.root = root_, .path = root_ + "/a", .encoding = {}, .limits = {}});
+  EXPECT_EQ(list.scope, "a");
+  EXPECT_EQ(list.files, (std::vector<std::string>{"a/b/x.cbl", "a/x.cbl"}));
+}
+
 TEST_F(SourceFolderTest, OtherSuffixesAreNoSourcesOfAFolder) {
   Source("a.cpp", Program("A"));
   Source("b.cpy", Program("B"));
@@ -177,6 +185,22 @@ TEST_F(SourceFolderTest, FoldersLinkedInACircleEnd) {
   Source("in/a.cbl", Program("A"));
   fs::create_directory_symlink(root_, root_ + "/in/again");
   EXPECT_EQ(Programs(Scan()), "A in/a.cbl 3\n");
+}
+
+TEST_F(SourceFolderTest, ALinkedFolderIsNoSourceWhateverItsName) {
+  fs::create_directory(root_ + "/in");
+  fs::create_directory_symlink(root_ + "/in", root_ + "/linked.cbl");
+  fs::create_directory(root_ + "/folder.cbl");
+  const auto result = Scan();
+  EXPECT_EQ(Programs(result) + Problems(result), "");
+}
+
+TEST_F(SourceFolderTest, ALinkToItselfIsTold) {
+  Source("b.cbl", Program("B"));
+  fs::create_symlink("a.cbl", root_ + "/a.cbl");
+  const auto result = Scan();
+  EXPECT_EQ(Programs(result), "B b.cbl 3\n");
+  EXPECT_EQ(Problems(result), "a.cbl: the file cannot be read: Too many levels of symbolic links\n");
 }
 
 TEST_F(SourceFolderTest, ABrokenLinkIsTold) {
