@@ -3,15 +3,25 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <limits>
 
 #include "platform/error.h"
 #include "shell/casefold.h"
 
 namespace qmrules::platform {
 
+namespace {
+
+// The last of `count` rows from `row` on, or the largest number where that is more.
+int LastRow(int row, int count) {
+  return count > std::numeric_limits<int>::max() - row ? std::numeric_limits<int>::max() : row + count - 1;
+}
+
+}  // namespace
+
 void MemorySourceViewer::Show(std::optional<CurrentFile> file) {
   onView_ = std::move(file);
-  row_ = onView_ ? 1 : 0;
+  row_ = column_ = onView_ ? 1 : 0;
   selectedRows_ = 0;
   selectedText_.reset();
   fileChanged_.Raise();
@@ -19,7 +29,7 @@ void MemorySourceViewer::Show(std::optional<CurrentFile> file) {
 
 void MemorySourceViewer::SetFiles(std::vector<CurrentFile> files) {
   files_ = std::move(files);
-  marks_.clear();
+  ClearMarks();
   Show(files_.empty() ? std::nullopt : std::optional(files_.front()));
 }
 
@@ -47,10 +57,16 @@ void MemorySourceViewer::CheckRow(int row) const {
 }
 
 void MemorySourceViewer::SetRow(int row) {
+  PlaceCaret(row, 1);
+}
+
+void MemorySourceViewer::PlaceCaret(int row, int column) {
   CheckRow(row);
   row_ = row;
+  column_ = std::max(column, 1);
   selectedRows_ = 0;
   selectedText_.reset();
+  caretPlaced_.Raise();
   selectionChanged_.Raise();
 }
 
@@ -61,10 +77,21 @@ void MemorySourceViewer::SetSelectedRowsCount(int count) {
   selectionChanged_.Raise();
 }
 
+void MemorySourceViewer::SelectRows(int row, int count) {
+  CheckRow(row);
+  if (count < 0) CheckRow(row + count + 1);
+  row_ = row;
+  column_ = 1;
+  selectedRows_ = count;
+  selectedText_.reset();
+  selectionChanged_.Raise();
+}
+
 void MemorySourceViewer::SelectText(const SelectedRange& range) {
   CheckRow(range.FromRow);
   if (range.ToRow < range.FromRow) throw Error("A selection ends at its first row or below it.");
   row_ = range.FromRow;
+  column_ = std::max(range.FromCol, 1);
   selectedRows_ = 0;
   selectedText_ = range;
   selectionChanged_.Raise();
@@ -73,7 +100,7 @@ void MemorySourceViewer::SelectText(const SelectedRange& range) {
 std::optional<SelectedRange> MemorySourceViewer::Selected() const {
   if (!onView_) return std::nullopt;
   if (selectedText_) return selectedText_;
-  if (selectedRows_ > 0) return SelectedRange{row_, 1, row_ + selectedRows_ - 1};
+  if (selectedRows_ > 0) return SelectedRange{row_, 1, LastRow(row_, selectedRows_)};
   if (selectedRows_ < 0) return SelectedRange{row_ + selectedRows_ + 1, 1, row_};
   return SelectedRange{row_, 0, row_};
 }
@@ -81,7 +108,25 @@ std::optional<SelectedRange> MemorySourceViewer::Selected() const {
 void MemorySourceViewer::GoTo(const SourcePosition& position) {
   const CurrentFile& file = FileNamed(position.file);
   if (!onView_ || onView_->FileName != file.FileName) Show(file);
-  SetRow(position.row);
+  PlaceCaret(position.row, position.column);
+}
+
+void MemorySourceViewer::CheckSegment(const SegmentMark& mark) {
+  marks_.push_back(mark);
+  marksChanged_.Raise();
+}
+
+void MemorySourceViewer::ClearMarks() {
+  marks_.clear();
+  marksChanged_.Raise();
+}
+
+Subscription MemorySourceViewer::OnCaretPlaced(std::function<void()> observer) {
+  return caretPlaced_.Subscribe(std::move(observer));
+}
+
+Subscription MemorySourceViewer::OnMarksChanged(std::function<void()> observer) {
+  return marksChanged_.Subscribe(std::move(observer));
 }
 
 Subscription MemorySourceViewer::OnFileChanged(std::function<void()> observer) {

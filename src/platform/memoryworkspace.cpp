@@ -71,6 +71,7 @@ std::optional<std::string> MemoryWorkspace::PropertyGet(std::string_view compone
 }
 
 void MemoryWorkspace::ChangeState(HostCommand& command, const std::string& state) {
+  const HostCommand before = command;
   if (state == "enable" || state == "disable") {
     command.enabled = state == "enable";
   } else if (state == "show" || state == "hide") {
@@ -80,6 +81,7 @@ void MemoryWorkspace::ChangeState(HostCommand& command, const std::string& state
   } else {
     throw Error("The command " + command.key + " has no state \"" + state + "\".");
   }
+  if (command != before) commandsChanged_.Raise();
 }
 
 void MemoryWorkspace::PropertyLet(std::string_view component, std::string_view property, const Value& value) {
@@ -110,6 +112,18 @@ std::optional<Value> MemoryWorkspace::MethodCall(std::string_view component, std
 
 void MemoryWorkspace::AddMethod(std::string_view component, std::string_view key, std::string_view menuPath) {
   commands_.push_back({std::string(component), std::string(key), std::string(menuPath), true, true, false});
+  commandsChanged_.Raise();
+}
+
+void MemoryWorkspace::RemoveMethods(std::string_view component) {
+  const auto removed =
+      std::erase_if(commands_, [&](const HostCommand& command) { return command.component == component; });
+  if (removed > 0) commandsChanged_.Raise();
+}
+
+void MemoryWorkspace::ErrorRecord(std::string_view message) {
+  errors_.emplace_back(message);
+  errorRecorded_.Raise(std::string(message));
 }
 
 void MemoryWorkspace::SetObjectID(std::string_view key) {
@@ -124,6 +138,14 @@ std::optional<SelectedRange> MemoryWorkspace::Selected() {
 
 std::optional<CurrentFile> MemoryWorkspace::CurFile() {
   return viewer_ == nullptr ? std::nullopt : viewer_->CurFile();
+}
+
+Subscription MemoryWorkspace::OnCommandsChanged(std::function<void()> observer) {
+  return commandsChanged_.Subscribe(std::move(observer));
+}
+
+Subscription MemoryWorkspace::OnErrorRecorded(std::function<void(const std::string&)> observer) {
+  return errorRecorded_.Subscribe(std::move(observer));
 }
 
 Subscription MemoryWorkspace::OnMethodRequested(MethodObserver observer) {

@@ -19,6 +19,7 @@ struct HostCommand {
   bool enabled = true;
   bool visible = true;
   bool checked = false;
+  friend bool operator==(const HostCommand&, const HostCommand&) = default;
 };
 
 // A workspace without windows. Components are put in by name; its own answers (settings, substitutions, the current
@@ -52,11 +53,22 @@ class MemoryWorkspace final : public Workspace {
   void SetSubstitution(std::string name, std::string value) { substitutions_[std::move(name)] = std::move(value); }
   void SetFont(platform::Font font) { font_ = std::move(font); }
   // Nothing is handed over: these outlive their use. nullptr for none.
-  void SetSourceModel(platform::SourceModel* model) { sourceModel_ = model; }
+  void SetSourceModel(platform::SourceModel* model) {
+    SetSourceModelProvider([model] { return model; });
+  }
+  // Asked at each call of SourceModel(), so that a model can be opened when it is first needed.
+  void SetSourceModelProvider(std::function<platform::SourceModel*()> provider) { sourceModel_ = std::move(provider); }
   void SetSearchEngine(platform::SearchEngine* engine) { searchEngine_ = engine; }
   void SetCurrentConstruct(const ModelObject* construct) { construct_ = construct; }
   // Asked before another object becomes current; by default every object may.
   void SetObjectGate(std::function<bool(std::string_view key)> admits) { admits_ = std::move(admits); }
+
+  // Forgets all commands of a component, as when it leaves.
+  void RemoveMethods(std::string_view component);
+  // Told after commands were registered or forgotten, and after the state of one was set to another.
+  [[nodiscard]] Subscription OnCommandsChanged(std::function<void()> observer);
+  // Told of each text that is given to ErrorRecord.
+  [[nodiscard]] Subscription OnErrorRecorded(std::function<void(const std::string& message)> observer);
 
   // Raises OnMethodRequested as a choice in the host's menu does; gives the result that an observer set.
   Value RequestMethod(const std::string& component, const std::string& key);
@@ -77,9 +89,9 @@ class MemoryWorkspace final : public Workspace {
   std::optional<SelectedRange> Selected() override;
   std::optional<CurrentFile> CurFile() override;
   const ModelObject* CurrentConstruct() override { return construct_; }
-  void ErrorRecord(std::string_view message) override { errors_.emplace_back(message); }
+  void ErrorRecord(std::string_view message) override;
   std::string Setting(std::string_view section, std::string_view name) override;
-  platform::SourceModel* SourceModel() override { return sourceModel_; }
+  platform::SourceModel* SourceModel() override { return sourceModel_ ? sourceModel_() : nullptr; }
   platform::SearchEngine* SearchEngine() override { return searchEngine_; }
   Subscription OnMethodRequested(MethodObserver observer) override;
   Subscription OnObjectIDChanged(std::function<void()> observer) override;
@@ -88,7 +100,7 @@ class MemoryWorkspace final : public Workspace {
 
  private:
   Component* FindComponent(std::string_view name) const;
-  static void ChangeState(HostCommand& command, const std::string& state);
+  void ChangeState(HostCommand& command, const std::string& state);
 
   FrontEnd& frontEnd_;
   platform::Progress& progress_;
@@ -101,7 +113,7 @@ class MemoryWorkspace final : public Workspace {
   std::map<std::pair<std::string, std::string>, std::string> settings_;
   std::map<std::string, std::string, std::less<>> substitutions_;
   platform::Font font_;
-  platform::SourceModel* sourceModel_ = nullptr;
+  std::function<platform::SourceModel*()> sourceModel_;
   platform::SearchEngine* searchEngine_ = nullptr;
   const ModelObject* construct_ = nullptr;
   std::string objectId_;
@@ -109,6 +121,8 @@ class MemoryWorkspace final : public Workspace {
   Event<std::string, std::string, Value&> methodRequested_;
   Event<> objectIdChanged_;
   Event<> selectedChanged_;
+  Event<> commandsChanged_;
+  Event<std::string> errorRecorded_;
   Event<std::string, std::string, Value> propertyChanged_;
   Subscription fileChanges_;
   Subscription selectionChanges_;

@@ -104,6 +104,16 @@ TYPED_TEST(FileSystemContract, CaseOfNamesMatters) {
   EXPECT_EQ(this->files_->ReadFile(this->At("Name.CBL")), "upper");
 }
 
+TYPED_TEST(FileSystemContract, SameFileIsKnownWhateverItsSpelling) {
+  this->files_->CreateFolder(this->At("deep"));
+  this->files_->WriteFile(this->At("deep/a.cbl"), "x");
+  this->files_->WriteFile(this->At("deep/A.cbl"), "x");
+  EXPECT_TRUE(this->files_->IsSameFile(this->At("deep/a.cbl"), this->At("deep\\..\\deep/./a.cbl")));
+  EXPECT_FALSE(this->files_->IsSameFile(this->At("deep/a.cbl"), this->At("deep/A.cbl")));
+  EXPECT_FALSE(this->files_->IsSameFile(this->At("none"), this->At("none")));
+  EXPECT_FALSE(this->files_->IsSameFile(this->At("deep"), this->At("deep")));
+}
+
 TYPED_TEST(FileSystemContract, MissingFileIsNamedWithTheReason) {
   const std::string path = this->At("none.cbl");
   const std::string expected = "The file \"" + path + "\" cannot be read: there is no such file.";

@@ -29,10 +29,13 @@ void Container::Adopt(std::unique_ptr<Widget> widget, const Widget* next) {
   }
   widget->SetFocusOwner(this);
   const auto place = next == nullptr ? widgets_.size() : PlaceOf(next);
+  Widget& added = *widget;
   widgets_.insert(widgets_.begin() + static_cast<std::ptrdiff_t>(place), std::move(widget));
+  OnWidgetAdded.Raise(added);
 }
 
 void Container::Remove(Widget& widget) {
+  OnWidgetRemoving.Raise(widget);
   for (Widget** held : {&active_, &goal_, &start_}) {
     if (*held == &widget) *held = nullptr;
   }

@@ -83,6 +83,10 @@ class Container : public FocusOwner {
   // its tool tip.
   std::string AccessibleNameOf(const Widget& widget) const;
 
+  // For the view. A widget that is told of as added has its name and index and nothing else yet.
+  Event<Widget&> OnWidgetAdded;
+  Event<Widget&> OnWidgetRemoving;
+
  protected:
   // Opens with the focus where SetFocus put it, else on the first tab stop.
   void Open();

@@ -31,7 +31,7 @@ class ImageList final {
   const Picture* Find(std::string_view key) const { return pictures_.Find(key); }
   std::size_t Count() const { return pictures_.Count(); }
 
-  Event<> OnChanged;
+  mutable Event<> OnChanged;  // watching a list changes nothing in it
 
  private:
   KeyedCollection<Picture> pictures_;

@@ -5,21 +5,10 @@
 #include "platform/error.h"
 #include "platform/memorysourceviewer.h"
 #include "platform/sourceviewercomponent.h"
+#include "support/unopenedfrontend.h"
 
 namespace qmrules::platform {
 namespace {
-
-// The workspace hands the front end on and asks it nothing.
-class UnopenedFrontEnd final : public FrontEnd {
- public:
-  platform::Repository& Repository() override { throw Error("No repository is open."); }
-  std::unique_ptr<Object> ProjectObject() override { throw Error("No project is chosen."); }
-  Options& ProjectOptions() override { throw Error("No project is chosen."); }
-  Options& GlobalOptions() override { throw Error("No options are open."); }
-  std::string UserName() const override { return "analyst"; }
-  std::string GetFerrowoodName(int) const override { return {}; }
-  std::string HelpFile() const override { return {}; }
-};
 
 // Answers for one property and one method.
 class Echo final : public Component {
@@ -39,7 +28,7 @@ class Echo final : public Component {
 
 class MemoryWorkspaceTest : public testing::Test {
  protected:
-  UnopenedFrontEnd frontEnd;
+  test::UnopenedFrontEnd frontEnd;
   SilentProgress progress;
   MemoryWorkspace workspace{frontEnd, progress};
   MemorySourceViewer viewer;
@@ -92,6 +81,42 @@ TEST_F(MemoryWorkspaceTest, TheComponentSetsTheStatesOfItsCommands) {
   } catch (const Error& error) {
     EXPECT_STREQ(error.what(), "The command Emphasize has no state \"press\".");
   }
+}
+
+TEST_F(MemoryWorkspaceTest, TellsOfEachChangeOfItsCommandsAndOfNothingElse) {
+  int changes = 0;
+  const auto subscription = workspace.OnCommandsChanged([&] { ++changes; });
+  workspace.AddMethod("Rules", "Emphasize", "Business Rules|Emphasize");
+  EXPECT_EQ(changes, 1);
+  workspace.PropertyLet("Rules", "Emphasize", "disable");
+  EXPECT_EQ(changes, 2);
+  workspace.PropertyLet("Rules", "Emphasize", "disable");
+  workspace.PropertyLet("Rules", "", "show");
+  EXPECT_EQ(changes, 2);
+}
+
+TEST_F(MemoryWorkspaceTest, AComponentThatLeavesTakesItsCommandsAlong) {
+  workspace.AddMethod("Rules", "Emphasize", "Business Rules|Emphasize");
+  workspace.AddMethod("Other", "Emphasize", "Other|Emphasize");
+  int changes = 0;
+  const auto subscription = workspace.OnCommandsChanged([&] { ++changes; });
+  workspace.RemoveMethods("Rules");
+  EXPECT_EQ(workspace.FindCommand("Rules", "Emphasize"), nullptr);
+  EXPECT_NE(workspace.FindCommand("Other", "Emphasize"), nullptr);
+  EXPECT_EQ(changes, 1);
+  workspace.RemoveMethods("Rules");
+  EXPECT_EQ(changes, 1);
+}
+
+TEST_F(MemoryWorkspaceTest, TheModelIsAskedForWhenItIsNeeded) {
+  int asked = 0;
+  workspace.SetSourceModelProvider([&] {
+    ++asked;
+    return nullptr;
+  });
+  EXPECT_EQ(asked, 0);
+  EXPECT_EQ(workspace.SourceModel(), nullptr);
+  EXPECT_EQ(asked, 1);
 }
 
 TEST_F(MemoryWorkspaceTest, AComponentTellsThatItIsShownAndHasTheFocus) {
@@ -192,9 +217,12 @@ TEST_F(MemoryWorkspaceTest, WithoutAViewerNothingIsOnView) {
   EXPECT_FALSE(workspace.Selected());
 }
 
-TEST_F(MemoryWorkspaceTest, FailuresAreKept) {
+TEST_F(MemoryWorkspaceTest, FailuresAreKeptAndTold) {
+  std::string told;
+  const auto subscription = workspace.OnErrorRecorded([&](const std::string& message) { told = message; });
   workspace.ErrorRecord("The document was refused.");
   EXPECT_EQ(workspace.Errors(), (std::vector<std::string>{"The document was refused."}));
+  EXPECT_EQ(told, "The document was refused.");
 }
 
 }  // namespace

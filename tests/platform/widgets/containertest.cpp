@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <vector>
+
 #include "platform/widgets/button.h"
 #include "platform/widgets/checkbox.h"
 #include "platform/widgets/frame.h"
@@ -281,6 +284,19 @@ TEST_F(ContainerTest, ARemovedWidgetIsForgottenEverywhere) {
   EXPECT_EQ(container.DefaultButton(), nullptr);
   EXPECT_EQ(container.Find("cmdOK"), nullptr);
   EXPECT_TRUE(txtName.SetFocus());
+}
+
+TEST_F(ContainerTest, AViewIsToldOfWidgetsThatComeAndGo) {
+  std::vector<std::string> told;
+  const auto added =
+      container.OnWidgetAdded.Subscribe([&](const Widget& widget) { told.push_back("added " + widget.Name()); });
+  const auto removing = container.OnWidgetRemoving.Subscribe([&](const Widget& widget) {
+    told.push_back("removing " + widget.Name());
+    EXPECT_EQ(container.Find(widget.Name()), &widget);
+  });
+  TextBox& txtNew = container.Add<TextBox>("txtNew");
+  container.Remove(txtNew);
+  EXPECT_EQ(told, (std::vector<std::string>{"added txtNew", "removing txtNew"}));
 }
 
 TEST_F(ContainerTest, TheGoalMayBeRemovedWhileTheFocusIsOnItsWay) {
