@@ -5,7 +5,6 @@
 
 namespace qmrules::browser {
 
-using platform::Subscription;
 using platform::widgets::Key;
 using platform::widgets::KeyPress;
 using platform::widgets::ListRow;

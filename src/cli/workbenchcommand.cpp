@@ -17,7 +17,7 @@ constexpr std::string_view kWorkbench = "qmrules-workbench";
 
 // The desktop is a program of its own, so that the command line needs none of its libraries.
 std::string WorkbenchProgram(const CliEnvironment& environment) {
-  const std::string path = fmt::format("{}/{}", environment.programFolder, kWorkbench);
+  std::string path = fmt::format("{}/{}", environment.programFolder, kWorkbench);
   std::error_code failed;  // what cannot be looked at is not there
   if (std::filesystem::is_regular_file(path, failed)) return path;
   throw platform::Error(fmt::format(

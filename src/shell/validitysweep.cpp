@@ -1,12 +1,15 @@
 #include "shell/validitysweep.h"
 
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "catalogue/gateway.h"
 #include "catalogue/ignorederrors.h"
+#include "shell/casefold.h"
 
 namespace qmrules::shell {
 
@@ -17,16 +20,22 @@ namespace {
 constexpr std::string_view kInvalid = "Invalid";
 constexpr std::string_view kPotentiallyInvalid = "Potentially invalid";
 
-// The dates of the source files, each asked for once. Nothing stands for a missing file.
-class FileDates {
+// A source file's name and date; no date for a missing file.
+using SourceFile = std::pair<const std::string, std::optional<Timestamp>>;
+
+// The source files with their dates, each of which is asked for once.
+class SourceFiles {
  public:
-  FileDates(const platform::FileSystem& fileSystem, std::string_view folder)
+  SourceFiles(const platform::FileSystem& fileSystem, std::string_view folder)
       : fileSystem_(fileSystem), folder_(folder) {}
 
-  const std::optional<Timestamp>& Of(const std::string& fileName) {
-    const auto [entry, isNew] = dates_.try_emplace(fileName);
+  // Stays where it is. Rules that were made together mostly point into one file.
+  const SourceFile& Named(const std::string& fileName) {
+    if (last_ != nullptr && last_->first == fileName) return *last_;
+    const auto [entry, isNew] = files_.try_emplace(fileName);
     if (isNew) entry->second = LookUp(fileName);
-    return entry->second;
+    last_ = &*entry;
+    return *last_;
   }
 
  private:
@@ -41,13 +50,22 @@ class FileDates {
 
   const platform::FileSystem& fileSystem_;
   std::string folder_;
-  std::unordered_map<std::string, std::optional<Timestamp>> dates_;
+  std::unordered_map<std::string, std::optional<Timestamp>> files_;
+  const SourceFile* last_ = nullptr;
 };
 
 struct Demotion {
   std::int32_t ruleID = 0;
   std::string_view validity;
+  const std::string* fileName = nullptr;
 };
+
+// By the files, and by the rules' IDs within a file. The rules come in the order of their IDs.
+void SortByFile(std::vector<Demotion>& demotions) {
+  std::stable_sort(demotions.begin(), demotions.end(), [](const Demotion& left, const Demotion& right) {
+    return shell::CompareIgnoringCase(*left.fileName, *right.fileName) < 0;
+  });
+}
 
 // The validity that the rule falls to; "" when it stays as it is.
 std::string_view ValidityOf(const platform::Value& validated, const std::optional<Timestamp>& fileDate) {
@@ -60,26 +78,29 @@ std::string_view ValidityOf(const platform::Value& validated, const std::optiona
 }  // namespace
 
 // Only the IDs of rules to demote are kept: the writes wait for the end of the walk, so that the store is not held
-// against other writers while files are looked up.
+// against other writers while files are looked up. They are sorted here and not by the fetch, since they are few and
+// the rules many.
 SweepCounts RunValiditySweep(platform::Repository& repository, const platform::FileSystem& fileSystem,
                              std::string_view sourceFolder) {
-  FileDates dates(fileSystem, sourceFolder);
+  SourceFiles files(fileSystem, sourceFolder);
   std::vector<Demotion> demotions;
   SweepCounts counts;
 
   const auto fetch = catalogue::NewQuery(repository);
-  fetch->SetRoot(fetch->AddObject(false, catalogue::kRule, "ID,>FileName,Valid,Validated", "Valid=Valid"));
+  fetch->SetRoot(fetch->AddObject(false, catalogue::kRule, "ID,FileName,Valid,Validated", "Valid=Valid"));
   for (fetch->Execute(""); !fetch->Eof(); fetch->MoveNext()) {
     const std::string fileName = fetch->Row().Item("FileName").Text();
     if (fileName.empty()) continue;
     ++counts.looked;
-    const std::string_view validity = ValidityOf(fetch->Row().Item("Validated").Value(), dates.Of(fileName));
+    const SourceFile& file = files.Named(fileName);
+    const std::string_view validity = ValidityOf(fetch->Row().Item("Validated").Value(), file.second);
     if (validity.empty()) continue;
-    demotions.push_back({catalogue::IDField(fetch->Row(), "ID"), validity});
+    demotions.push_back({catalogue::IDField(fetch->Row(), "ID"), validity, &file.first});
     ++(validity == kInvalid ? counts.invalid : counts.potentiallyInvalid);
   }
   fetch->Reset();
   if (demotions.empty()) return counts;
+  SortByFile(demotions);
 
   const auto command = repository.BeginCommand("ValiditySweep");
   const auto transaction = repository.BeginTransaction();

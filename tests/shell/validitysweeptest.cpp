@@ -3,11 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <string>
+#include <vector>
 
 #include "catalogue/gateway.h"
 #include "platform/error.h"
 #include "platform/memoryfilesystem.h"
 #include "support/teststore.h"
+#include "workbench/repository/sqliteconnection.h"
 
 namespace qmrules::shell {
 namespace {
@@ -63,6 +66,16 @@ class ValiditySweep : public testing::Test {
   }
 
   std::string ValidityOf(std::int32_t rule) { return store.Get(catalogue::MakeKey("RULE", rule), "Valid").Text(); }
+
+  // The objects of all entries of the change journal, oldest first.
+  std::vector<std::string> JournaledObjects() {
+    const auto connection =
+        workbench::repository::OpenSqliteConnection(store.StorePath(), workbench::repository::Durability::Relaxed);
+    const auto entries = connection->Prepare("SELECT Object FROM VekJournalTbl ORDER BY EntryID");
+    std::vector<std::string> objects;
+    while (entries->Step()) objects.emplace_back(entries->Text(0));
+    return objects;
+  }
 
   SweepCounts Sweep() { return RunValiditySweep(store.Repository(), files, "/src"); }
 
@@ -193,6 +206,22 @@ TEST_F(ValiditySweep, EachFileIsLookedUpOnceForManyRules) {
   EXPECT_EQ(counting.asked.size(), static_cast<std::size_t>(kFiles));
   for (const auto& [path, times] : counting.asked) EXPECT_EQ(times, 1) << path;
   EXPECT_EQ(store.Repository().CountObjects("RULE", std::string("Valid=Potentially invalid")), kRules / 2);
+}
+
+// The file's name tells the order, in any case, and within a file the rules' numbers.
+TEST_F(ValiditySweep, RulesAreDemotedFileByFile) {
+  const auto late = Rule("TAX.cbl", {});
+  const auto gone = Rule("Gone.cbl", {});
+  const auto early = Rule("tax.cbl", {});
+  const auto fee = Rule("FEE.cbl", {});
+  const auto again = Rule("gone.CBL", {});
+  const auto written = JournaledObjects().size();
+  Sweep();
+  auto demoted = JournaledObjects();
+  demoted.erase(demoted.begin(), demoted.begin() + static_cast<std::ptrdiff_t>(written));
+  std::vector<std::string> expected;
+  for (const auto rule : {fee, gone, again, late, early}) expected.push_back(catalogue::MakeKey("RULE", rule));
+  EXPECT_EQ(demoted, expected);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <tuple>
 #include <utility>
 
 #include "catalogue/gateway.h"
@@ -102,6 +103,11 @@ void CatalogueSearch::AdaptRun(Clock::duration taken) {
   if (taken > kLongRun) run_ = std::max(run_ / 2, kShortestRun);
 }
 
+bool CatalogueSearch::Rank::IsBefore(const Rank& other) const {
+  return std::tie(isInner, nameLength, foldedName, kind, id) <
+         std::tie(other.isInner, other.nameLength, other.foldedName, other.kind, other.id);
+}
+
 void CatalogueSearch::Consider(const platform::FetchRow& row) {
   std::string name = row.Item("Shown").Text();
   const auto match = query_.Match(name);
@@ -109,7 +115,7 @@ void CatalogueSearch::Consider(const platform::FetchRow& row) {
   const Kind& kind = kKinds[kind_];
   const std::int32_t id = catalogue::IDField(row, "ID");
   Rank rank{!match->atWordStarts, match->nameLength, shell::FoldCase(name), kind_, id};
-  if (candidates_.size() == limit_ && candidates_.back().rank <= rank) return;
+  if (candidates_.size() == limit_ && !rank.IsBefore(candidates_.back().rank)) return;
   const bool hasPlace = !kind.placeAttribute.empty();
   Candidate candidate{std::move(rank),
                       {.entity = std::string(kind.entity),
@@ -117,7 +123,9 @@ void CatalogueSearch::Consider(const platform::FetchRow& row) {
                        .place = hasPlace ? row.Item("Place").Text() : std::string(),
                        .key = catalogue::MakeKey(kind.entity, id)},
                       hasPlace};
-  const auto place = std::ranges::upper_bound(candidates_, candidate.rank, {}, &Candidate::rank);
+  const auto place =
+      std::upper_bound(candidates_.begin(), candidates_.end(), candidate.rank,
+                       [](const Rank& rank, const Candidate& standing) { return rank.IsBefore(standing.rank); });
   candidates_.insert(place, std::move(candidate));
   if (candidates_.size() > limit_) candidates_.pop_back();
 }

@@ -31,7 +31,7 @@ class CatalogueSearch final : public LocatorSearch {
     std::string foldedName;
     std::size_t kind = 0;
     std::int32_t id = 0;
-    auto operator<=>(const Rank&) const = default;
+    bool IsBefore(const Rank& other) const;
   };
   struct Candidate {
     Rank rank;

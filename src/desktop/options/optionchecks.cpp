@@ -35,7 +35,7 @@ const std::string* FirstRepeated(const std::vector<ListedText>& texts) {
 QString CheckEach(const std::vector<ListedText>& texts, QString (*check)(const std::string&)) {
   for (const ListedText& entry : texts) {
     if (IsBlank(entry.text)) return Say(QT_TRANSLATE_NOOP("Options", "A line of the list is empty."));
-    if (const QString problem = check(entry.text); !problem.isEmpty()) return problem;
+    if (QString problem = check(entry.text); !problem.isEmpty()) return problem;
   }
   const std::string* const repeated = FirstRepeated(texts);
   return repeated == nullptr ? QString()

@@ -67,8 +67,9 @@ void WindowMenus::MakeNavigateMenu() {
 void WindowMenus::MakeViewMenu() {
   view_ = AddMenu(QT_TR_NOOP("&View"));
   docksEnd_ = view_->addSeparator();
-  largerFont = Add(*view_, QT_TR_NOOP("&Larger Letters"), QKeySequence::ZoomIn);
-  smallerFont = Add(*view_, QT_TR_NOOP("&Smaller Letters"), QKeySequence::ZoomOut);
+  // Without Alt these keys are the source viewer's.
+  largerFont = Add(*view_, QT_TR_NOOP("&Larger Letters"), QKeySequence("Ctrl+Alt++"));
+  smallerFont = Add(*view_, QT_TR_NOOP("&Smaller Letters"), QKeySequence("Ctrl+Alt+-"));
   systemFont = Add(*view_, QT_TR_NOOP("&Normal Letters"));
   view_->addSeparator();
   MakeSchemeMenu(*view_);

@@ -25,6 +25,7 @@ TEST_F(MenuViewTest, ItemsStandInTheirOrderWithTheirStates) {
   ASSERT_EQ(view.actions().size(), 3);
   EXPECT_EQ(view.actions()[0]->text(), "Create Rule ...");
   EXPECT_TRUE(view.actions()[1]->isSeparator());
+  EXPECT_EQ(view.actions()[1]->text(), "");
   EXPECT_FALSE(view.actions()[2]->isEnabled());
   menu.Item("mnuDelete").SetChecked(true);
   menu.Item("mnuCreateRule").SetVisible(false);

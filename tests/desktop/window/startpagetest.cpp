@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QLabel>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
@@ -18,8 +19,38 @@ class StartPageTest : public testing::Test {
     }
     return nullptr;
   }
+  // The label with this text.
+  QLabel* Label(const QString& text) {
+    for (auto* const label : page_.findChildren<QLabel*>()) {
+      if (label->text() == text) return label;
+    }
+    return nullptr;
+  }
   StartPage page_;
 };
+
+TEST_F(StartPageTest, NothingIsCalledLastOpenedBeforeThereIsAny) {
+  ASSERT_NE(Label("Last opened"), nullptr);
+  EXPECT_TRUE(Label("Last opened")->isHidden());
+  page_.SetRecent({"/home/ana/billing"});
+  EXPECT_FALSE(Label("Last opened")->isHidden());
+}
+
+TEST_F(StartPageTest, NothingCoversAnotherPartOnAWidePage) {
+  QFont font = page_.font();
+  font.setPointSize(14);  // so that texts take several lines
+  page_.setFont(font);
+  page_.resize(1440, 900);
+  page_.show();
+  const auto labels = page_.findChildren<QLabel*>();
+  for (const auto* const one : labels) {
+    for (const auto* const other : labels) {
+      if (one == other || one->isHidden() || other->isHidden()) continue;
+      EXPECT_FALSE(one->geometry().intersects(other->geometry()))
+          << one->text().toStdString() << " / " << other->text().toStdString();
+    }
+  }
+}
 
 TEST_F(StartPageTest, OffersToOpenAndToMakeAWorkspace) {
   QSignalSpy open(&page_, &StartPage::OpenRequested);
