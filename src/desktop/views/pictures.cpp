@@ -46,7 +46,7 @@ QIcon Pictures::Icon(std::string_view key) const {
   const QString name = ToQt(key);
   if (const auto known = icons_.constFind(name); known != icons_.constEnd()) return *known;
   const Picture* const picture = images_.Find(key);
-  const QIcon icon = picture == nullptr ? QIcon() : IconOf(*picture);
+  QIcon icon = picture == nullptr ? QIcon() : IconOf(*picture);
   icons_.insert(name, icon);
   return icon;
 }
