@@ -33,8 +33,8 @@ class FileSystem {
   virtual bool Exists(std::string_view path) const = 0;
   virtual bool IsFolder(std::string_view path) const = 0;
 
-  // True when both paths lead to one file, whatever their spelling. Where the file system cannot tell, paths that differ
-  // only in separators, "." and ".." do. False for a file that is not there.
+  // True when both paths lead to one file, whatever their spelling. Where the file system cannot tell, paths that
+  // differ only in separators, "." and ".." do. False for a file that is not there.
   virtual bool IsSameFile(std::string_view left, std::string_view right) const;
 
   // Bytes of a file. Throws Error when it is not there.

@@ -80,7 +80,8 @@ void QtRichTextBox::Show() {
     shown_ = TextNow();
   }
   const auto begin = ShownPlace(held_, static_cast<qsizetype>(model_.SelStart()));
-  const auto end = ShownPlace(held_, static_cast<qsizetype>(model_.SelStart() + model_.SelLength()));
+  const auto end =
+      ShownPlace(held_, static_cast<qsizetype>(model_.SelStart()) + static_cast<qsizetype>(model_.SelLength()));
   QTextCursor cursor = textCursor();
   if (cursor.selectionStart() == begin && cursor.selectionEnd() == end) return;
   cursor.setPosition(static_cast<int>(begin));

@@ -77,9 +77,8 @@ void QtToolBar::FillMenu(QAction& action, const ToolButton& button) {
   connect(&action, &QObject::destroyed, menu, &QObject::deleteLater);
   for (const auto& entry : button.Menus()) {
     QAction* const item = menu->addAction(QString());
-    const std::string key = button.Key();
-    const std::string menuKey = entry->Key();
-    connect(item, &QAction::triggered, this, [this, key, menuKey] { model_.ClickMenu(key, menuKey); });
+    connect(item, &QAction::triggered, this,
+            [this, key = button.Key(), menuKey = entry->Key()] { model_.ClickMenu(key, menuKey); });
   }
   action.setMenu(menu);
 }

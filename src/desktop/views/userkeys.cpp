@@ -62,7 +62,7 @@ ShiftState ShiftOf(Qt::KeyboardModifiers modifiers) {
 QString MnemonicLetter(const QKeyEvent& event) {
   const auto modifiers = event.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier);
   if (modifiers != Qt::AltModifier) return {};
-  const QString text = event.text();
+  QString text = event.text();
   if (!text.isEmpty() && text.front().isPrint() && !text.front().isSpace()) return text;
   const int key = event.key();
   const bool plain = (key >= Qt::Key_A && key <= Qt::Key_Z) || (key >= Qt::Key_0 && key <= Qt::Key_9);

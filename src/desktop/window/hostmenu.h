@@ -12,7 +12,7 @@ namespace qmrules::desktop {
 // present states. Choosing one requests it of the component.
 class HostMenu final : public QMenu {
  public:
-  HostMenu(std::string component, QWidget* parent = nullptr);
+  explicit HostMenu(std::string component, QWidget* parent = nullptr);
 
   // Shows the commands of this workspace from now on; nullptr for none. It outlives this, or the next call.
   void SetWorkspace(platform::MemoryWorkspace* workspace);

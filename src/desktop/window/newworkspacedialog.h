@@ -22,7 +22,7 @@ class NewWorkspaceDialog final : public QDialog {
   // Makes the workspace. Throws platform::Error, nothing having been made.
   using Maker = std::function<void(const workbench::EmbeddedHost::NewWorkspace&)>;
 
-  NewWorkspaceDialog(Maker make, QWidget* parent = nullptr);
+  explicit NewWorkspaceDialog(Maker make, QWidget* parent = nullptr);
 
   // Of the workspace that was made.
   QString Folder() const;

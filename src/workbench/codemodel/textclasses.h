@@ -10,7 +10,8 @@
 
 namespace qmrules::workbench::codemodel {
 
-// What a run of characters is to the reader of a source, in any of the languages. Names, signs and blanks have no class.
+// What a run of characters is to the reader of a source, in any of the languages. Names, signs and blanks have no
+// class.
 enum class TextClass : std::uint8_t {
   Comment,
   Margin,     // beside the text: sequence numbers, indicators, marks of identification

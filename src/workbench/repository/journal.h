@@ -99,7 +99,7 @@ class CommandJournal {
   bool inCommand_ = false;
   std::vector<JournalEntry> held_;
   std::size_t heldBytes_ = 0;
-  std::vector<std::int64_t> openRows_;         // of commands, written in the open transaction
+  std::vector<std::int64_t> openRows_;        // of commands, written in the open transaction
   std::unordered_set<std::int64_t> ownRows_;  // and those that were committed
 };
 
