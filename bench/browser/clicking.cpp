@@ -14,8 +14,8 @@ using platform::widgets::TreeNode;
 namespace {
 
 constexpr int kRounds = 200;
-constexpr double kToldSeconds = 0.05;
-constexpr double kExpansionLimit = 20;
+constexpr double kAimSeconds = 0.05;
+constexpr double kExpansionLimit = 40;
 constexpr double kClickLimit = 10;
 
 // Numbers from 1 that lie all over the catalogue, none twice in a run of it.
@@ -39,7 +39,7 @@ struct Place {
   TreeNode& SetNode(int id) const { return Node(catalogue::RuleSetNodeKey(1 + (id - 1) / kSetsPerFunction, id)); }
   TreeNode& RuleNode(int id) const { return Node(catalogue::RuleNodeKey(1 + (id - 1) / kRulesPerFunction, id)); }
   static Act ActNamed(const char* name, double ratioLimit) {
-    return {.name = name, .toldSeconds = kToldSeconds, .ratioLimit = ratioLimit, .rounds = kRounds};
+    return {.name = name, .aimSeconds = kAimSeconds, .ratioLimit = ratioLimit, .rounds = kRounds};
   }
 };
 

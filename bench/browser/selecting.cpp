@@ -14,7 +14,7 @@ namespace qmrules::bench {
 namespace {
 
 constexpr int kRounds = 5;
-constexpr double kToldSeconds = 2;
+constexpr double kAimSeconds = 2;
 constexpr int kSelectedRules = 10000;
 
 void Require(bool isTrue, const char* what) {
@@ -64,7 +64,7 @@ void MeasureAll(BrowserParts& parts, platform::Repository& repository, const Cat
             "select_all: the selection is not everything.");
     return spent;
   };
-  table.Measure({.name = "select_all", .toldSeconds = kToldSeconds, .ratioLimit = 12, .rounds = kRounds}, select,
+  table.Measure({.name = "select_all", .aimSeconds = kAimSeconds, .ratioLimit = 12, .rounds = kRounds}, select,
                 [&](int) { return FetchRuleIDs(repository, catalogue.projectKey); });
   parts.Selection().UnselectAll();
 }
@@ -74,7 +74,7 @@ void MeasureSelectedOnly(BrowserParts& parts, platform::Repository& repository, 
   SelectRules(parts.Keys(), catalogue);
   const std::size_t whole = parts.Tree().Count();
   table.Measure(
-      {.name = "selected_only_on", .toldSeconds = kToldSeconds, .ratioLimit = 8, .rounds = kRounds},
+      {.name = "selected_only_on", .aimSeconds = kAimSeconds, .ratioLimit = 8, .rounds = kRounds},
       [&](int) {
         if (parts.SelectedOnly().IsOn()) parts.SelectedOnly().TurnOff();
         return TimeOf([&] { parts.SelectedOnly().TurnOn(); });
@@ -82,7 +82,7 @@ void MeasureSelectedOnly(BrowserParts& parts, platform::Repository& repository, 
       [&](int) { return FetchPlacesOfSelected(repository, catalogue); });
   Require(parts.Tree().Count() < whole, "selected_only_on: nothing has left the tree.");
   table.Measure(
-      {.name = "selected_only_off", .toldSeconds = kToldSeconds, .ratioLimit = 4, .rounds = kRounds},
+      {.name = "selected_only_off", .aimSeconds = kAimSeconds, .ratioLimit = 4, .rounds = kRounds},
       [&](int) {
         if (!parts.SelectedOnly().IsOn()) parts.SelectedOnly().TurnOn();
         return TimeOf([&] { parts.SelectedOnly().TurnOff(); });

@@ -11,7 +11,7 @@ namespace qmrules::bench {
 void MeasureShowing(Control& control, platform::Repository& repository, const Catalogue& catalogue, TimeTable& table) {
   const std::uint64_t valid = FetchValidRules(repository);
   table.Measure(
-      {.name = "show", .toldSeconds = 1.5, .ratioLimit = 2.5, .rounds = 7},
+      {.name = "show", .aimSeconds = 1.5, .ratioLimit = 2.5, .rounds = 7},
       [&](int) { return TimeOf([&] { control.Show(); }); },
       [&](int) { return FetchTree(repository, catalogue.projectKey) + FetchValidRules(repository); });
 

@@ -29,7 +29,7 @@ Spent TimeOf(const std::function<void()>& work) {
 
 void TimeTable::PrintHeading() const {
   fmt::print("{:<20} {:>8} {:>7} {:>11} {:>11} {:>9} {:>9} {:>11} {:>8}\n", "act", "rows", "rounds", "median ms",
-             "longest ms", "cpu ms", "told ms", "fetch ms", "ratio");
+             "longest ms", "cpu ms", "aim ms", "fetch ms", "ratio");
 }
 
 void TimeTable::Measure(const Act& act, const TimedRound& round, const BareFetch& fetch) {
@@ -47,7 +47,7 @@ void TimeTable::Measure(const Act& act, const TimedRound& round, const BareFetch
   const double median = Median(std::move(acts));
   const double bare = Median(std::move(fetches));
   fmt::print("{:<20} {:>8} {:>7} {:>11.3f} {:>11.3f} {:>9.3f} {:>9.0f} {:>11.3f} {:>8.2f}\n", act.name, rows,
-             act.rounds, median * 1000, longest * 1000, Median(std::move(cpu)) * 1000, act.toldSeconds * 1000,
+             act.rounds, median * 1000, longest * 1000, Median(std::move(cpu)) * 1000, act.aimSeconds * 1000,
              bare * 1000, median / bare);
   std::fflush(stdout);
   bars_.Add(act.name, median / bare, act.ratioLimit);

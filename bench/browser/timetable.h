@@ -12,8 +12,8 @@ namespace qmrules::bench {
 // One act of the user: how long it takes beside the bare fetch of the rows that it shows.
 struct Act {
   std::string name;
-  double toldSeconds = 0;  // the most that the act may take
-  double ratioLimit = 0;   // the most that it may take as a multiple of the fetch
+  double aimSeconds = 0;  // the most that the act may take
+  double ratioLimit = 0;  // the most that it may take as a multiple of the fetch
   int rounds = 0;
 };
 
