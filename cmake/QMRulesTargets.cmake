@@ -23,15 +23,25 @@ function(qmrules_library NAME)
   target_link_libraries(qmrules_${NAME} PUBLIC qmrules_settings ${ARG_LINK} PRIVATE ${ARG_PRIVATE})
 endfunction()
 
-# qmrules_test(NAME SOURCES file... LINK target...)
+# The environment of tests in a build with sanitizers. LEAKS is a file of leaks that are not ours, or empty.
+function(qmrules_test_environment RESULT LEAKS)
+  set(options LSAN_OPTIONS=exitcode=23)
+  if(LEAKS)
+    string(APPEND options ":print_suppressions=0:suppressions=${LEAKS}")
+  endif()
+  set(${RESULT} ${options} PARENT_SCOPE)
+endfunction()
+
+# qmrules_test(NAME SOURCES file... LINK target... [LEAKS file])
 # One GoogleTest program `NAME_test`, its cases known to CTest one by one.
 function(qmrules_test NAME)
-  cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+  cmake_parse_arguments(ARG "" "LEAKS" "SOURCES;LINK" ${ARGN})
+  qmrules_test_environment(environment "${ARG_LEAKS}")
   add_executable(${NAME}_test ${ARG_SOURCES})
   target_include_directories(${NAME}_test PRIVATE ${CMAKE_SOURCE_DIR}/tests)
   target_link_libraries(${NAME}_test PRIVATE qmrules_settings ${ARG_LINK} GTest::gmock GTest::gtest_main)
   gtest_discover_tests(${NAME}_test TEST_PREFIX "${NAME}." DISCOVERY_MODE PRE_TEST
-                       PROPERTIES ENVIRONMENT "LSAN_OPTIONS=exitcode=23")
+                       PROPERTIES ENVIRONMENT "${environment}")
 endfunction()
 
 # qmrules_desktop_library(NAME SOURCES file... [LINK target...] [PRIVATE target...])
@@ -50,8 +60,9 @@ function(qmrules_desktop_test NAME)
   set_target_properties(${NAME}_test PROPERTIES AUTOMOC ON)
   target_include_directories(${NAME}_test PRIVATE ${CMAKE_SOURCE_DIR}/tests)
   target_link_libraries(${NAME}_test PRIVATE qmrules_settings ${ARG_LINK} Qt6::Widgets Qt6::Test GTest::gmock)
-  gtest_discover_tests(${NAME}_test TEST_PREFIX "${NAME}." DISCOVERY_MODE PRE_TEST PROPERTIES ENVIRONMENT
-                       "LSAN_OPTIONS=exitcode=23:suppressions=${CMAKE_SOURCE_DIR}/tests/desktop/leaks.supp")
+  qmrules_test_environment(environment ${CMAKE_SOURCE_DIR}/tests/desktop/leaks.supp)
+  gtest_discover_tests(${NAME}_test TEST_PREFIX "${NAME}." DISCOVERY_MODE PRE_TEST
+                       PROPERTIES ENVIRONMENT "${environment}")
 endfunction()
 
 # qmrules_embed(TARGET FILE VARIABLE)
