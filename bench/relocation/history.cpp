@@ -37,7 +37,7 @@ std::int32_t Number(std::string_view word) {
 
 History::History(std::string folder) : folder_(std::move(folder)) {
   std::filesystem::remove_all(folder_);
-  std::filesystem::create_directories(folder_ + "/work");
+  std::filesystem::create_directories(folder_ + "/checkout");
   Git({"init", "--quiet"});
 }
 
@@ -47,7 +47,7 @@ History::~History() {
 }
 
 void History::Put(const std::string& name, const std::string& text) const {
-  std::ofstream stream(folder_ + "/work/" + name, std::ios::binary);
+  std::ofstream stream(folder_ + "/checkout/" + name, std::ios::binary);
   stream << text;
   if (!stream.flush()) throw std::runtime_error(name + " cannot be written.");
 }
@@ -82,7 +82,7 @@ std::vector<std::int32_t> History::Blame(const std::string& name, bool ignoreSpa
 std::string History::Git(const std::vector<std::string>& words, double& seconds) const {
   std::vector<std::string> command{"git",
                                    "-C",
-                                   folder_ + "/work",
+                                   folder_ + "/checkout",
                                    "-c",
                                    "user.name=bench",
                                    "-c",
