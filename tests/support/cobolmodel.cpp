@@ -67,18 +67,20 @@ std::string CobolModel::LineOf(const NodeRecord& node) const {
   return line;
 }
 
-std::string CobolModel::At(std::string_view mark) const {
+NodeId CobolModel::NodeAt(std::string_view mark) const {
   const SourceMark& place = source_.At(mark);
   NodeId found = 0;
   for (NodeId id = 1; id < data_.nodes.size(); ++id) {
     const NodeRecord& node = Node(id);
     if (node.position != place.offset || (node.flags & workbench::codemodel::kImplicit) != 0) continue;
-    if (place.end == place.offset) {
-      found = id;
-      break;
-    }
+    if (place.end == place.offset) return id;
     if (node.endPosition == place.end) found = id;
   }
+  return found;
+}
+
+std::string CobolModel::At(std::string_view mark) const {
+  const NodeId found = NodeAt(mark);
   if (found == 0) return "nothing";
   std::string line = LineOf(Node(found));
   if (Node(found).declaration != 0) line.append(" ").append(std::to_string(Node(Node(found).declaration).firstRow));

@@ -26,6 +26,8 @@ class CobolModel {
   // The object with just this place, or (for a point) the outermost one that begins there: its entity, name, usage and
   // role, and the row of its declaration: "VAR A OUT Source 5".
   std::string At(std::string_view mark) const;
+  // The object itself; 0 for none.
+  workbench::codemodel::NodeId NodeAt(std::string_view mark) const;
   // The procedure division (or all that lies below the node) as indented lines:
   //   PAR MAIN
   //     IF IF

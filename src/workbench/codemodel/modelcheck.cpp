@@ -28,6 +28,9 @@ Detail DetailOf(Entity entity) {
     case Entity::Identification:
     case Entity::If:
     case Entity::Port:
+    case Entity::Var:
+    case Entity::Const:
+    case Entity::Func:
       return Detail::Text;
     default:
       return Detail::Nothing;

@@ -29,9 +29,13 @@ enum NodeFlags : std::uint16_t {
   kRefMod = 16,       // a VAR with reference modification
   kRounded = 32,
   kCorresponding = 64,
-  kOmitted = 128,     // OMITTED argument
-  kPortUsing = 256,   // a PORT's type: the entry,
-  kPortReturn = 512,  // or an exit; with neither it leads to another program
+  kOmitted = 128,        // OMITTED argument
+  kPortUsing = 256,      // a PORT's type: the entry,
+  kPortReturn = 512,     // or an exit; with neither it leads to another program
+  kEndsSentence = 1024,  // the last statement of its sentence, of those that no other statement holds
+  kTestAfter = 2048,     // a PERFORM that asks its UNTIL behind what it performs
+  kDivides = 4096,       // arithmetic that divides by what can be zero or raises to a power: it can have no result
+  kSelects = 8192,       // an INITIALIZE that takes in other items than usual: VALUE, DEFAULT, FILLER
 };
 
 struct NodeRecord {
@@ -47,7 +51,8 @@ struct NodeRecord {
   NodeId declaration = 0;         // VAR, REF, GOTO, PERFORM: what the name means; 0 when that is not known
   std::uint32_t detail = 0;       // DECL: index in decls; FILE: in files; COND: TextId of the normalised text;
                                   // PAR, SECTION, IDENTIFICATION: TextId of the comment above; IF: TextId of its Kind;
-                                  // PORT: TextId of the program's name where it is a literal
+                                  // PORT: TextId of the program's name where it is a literal; VAR, CONST, FUNC behind
+                                  // INITIALIZE … REPLACING: TextId of the category, "NUMERIC"
   std::uint16_t file = 0;         // index in the model's list of files
   std::uint16_t flags = 0;
   Entity entity = Entity::Stat;

@@ -7,7 +7,7 @@ namespace qmrules::workbench::codemodel {
 
 namespace {
 
-constexpr std::size_t kFirstSlots = 4096;
+constexpr std::size_t kSlotsOfAProgram = 4096;
 
 char Upper(char letter) {
   return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
@@ -39,7 +39,7 @@ bool SameWord(const char* upper, std::string_view word) {
 
 }  // namespace
 
-SymbolTable::SymbolTable(const std::vector<std::string_view>& first) : slots_(kFirstSlots) {
+SymbolTable::SymbolTable(const std::vector<std::string_view>& first) : slots_(kSlotsOfAProgram) {
   for (const std::string_view word : first) Intern(word);
 }
 

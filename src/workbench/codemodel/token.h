@@ -56,4 +56,10 @@ struct Token {
   bool Has(TokenFlags flag) const { return (flags & flag) != 0; }
 };
 
+// +, -, *, / and **.
+inline bool IsArithmeticOperator(TokenKind kind) {
+  using enum TokenKind;
+  return kind == Plus || kind == Minus || kind == Star || kind == Slash || kind == Power;
+}
+
 }  // namespace qmrules::workbench::codemodel

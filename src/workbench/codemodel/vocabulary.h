@@ -119,7 +119,7 @@ enum class Role : std::uint8_t {
   Search,   // the table searched
   Then,     // BLOCKs
   Else,
-  Body,   // BLOCK of an inline PERFORM
+  Body,   // BLOCK of an inline PERFORM; REF: performed when a condition arises
   Thru,   // second name of a range
   Input,  // REF: INPUT PROCEDURE, file opened for input, …
   Output,

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "workbench/codemodel/handmadetext.h"
+#include "workbench/codemodel/showndiagnostic.h"
 
 namespace qmrules::workbench::codemodel {
 namespace {
@@ -19,11 +20,6 @@ std::string PlaceOf(const ModelData& model, NodeId node) {
   const NodeRecord& record = model.nodes[node];
   return model.files[record.file].name + ":" + std::to_string(record.firstRow) + "-" + std::to_string(record.lastRow) +
          ":" + std::to_string(record.position) + "-" + std::to_string(record.endPosition);
-}
-
-std::string Show(const Diagnostic& diagnostic) {
-  return std::string(NameOf(diagnostic.severity)) + " " + diagnostic.file + ":" + std::to_string(diagnostic.row) + ":" +
-         std::to_string(diagnostic.column) + ": " + diagnostic.text;
 }
 
 TEST(ModelBuilder, NodesAreNumberedInTheOrderOfTheTree) {

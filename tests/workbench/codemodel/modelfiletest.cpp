@@ -14,6 +14,7 @@
 #include "support/temporaryfolder.h"
 #include "workbench/codemodel/modelformat.h"
 #include "workbench/codemodel/samplemodel.h"
+#include "workbench/codemodel/showndiagnostic.h"
 
 namespace qmrules::workbench::codemodel {
 namespace {
@@ -36,10 +37,7 @@ std::string Show(const FileEntry& file) {
 std::string Show(const Dependency& dependency) {
   return fmt::format("{}|{}|{}", dependency.name, dependency.library, dependency.file);
 }
-std::string Show(const Diagnostic& diagnostic) {
-  return fmt::format("{} {}:{}:{}: {}", NameOf(diagnostic.severity), diagnostic.file, diagnostic.row, diagnostic.column,
-                     diagnostic.text);
-}
+
 template <typename T>
 std::vector<std::string> ShowAll(const std::vector<T>& list) {
   std::vector<std::string> shown;

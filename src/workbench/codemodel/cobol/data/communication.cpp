@@ -158,7 +158,7 @@ void CommunicationParser::Declare(std::size_t part) {
   for (std::size_t before = 0; before < part; ++before) {
     decl.offset += ParsePicture(parts_[before].picture)->characters;
   }
-  const cobol::Picture picture = *ParsePicture(parts_[part].picture);
+  const PictureFacts picture = *ParsePicture(parts_[part].picture);
   decl.size = picture.characters;
   DescribePicture(decl, picture);
   context_.scope.Declare(cursor_.Current().symbol, node);

@@ -22,7 +22,7 @@ struct ItemDescription {
   std::uint32_t name = SymbolTable::kNone;
   std::uint8_t level = 0;
   DataSectionKind section = DataSectionKind::WorkingStorage;
-  std::optional<Picture> picture;
+  std::optional<PictureFacts> picture;
   bool hasPicture = false;  // also for one that cannot be read
   bool hasUsage = false;
   bool hasSign = false;

@@ -26,22 +26,23 @@ std::uint64_t ByteBinarySize(std::uint32_t digits, bool isSigned) {
 }
 
 // Digits that are stored: those of P are not.
-std::uint32_t StoredDigits(const Picture& picture) {
+std::uint32_t StoredDigits(const PictureFacts& picture) {
   return picture.characters;
 }
 
-std::uint64_t DisplaySize(const Picture& picture, std::uint16_t flags) {
-  const bool isWide = picture.category == Picture::Category::National ||
-                      picture.category == Picture::Category::NationalEdited ||
-                      picture.category == Picture::Category::Dbcs;
+std::uint64_t DisplaySize(const PictureFacts& picture, std::uint16_t flags) {
+  const bool isWide = picture.category == PictureFacts::Category::National ||
+                      picture.category == PictureFacts::Category::NationalEdited ||
+                      picture.category == PictureFacts::Category::Dbcs;
   const std::uint64_t size = picture.characters * (isWide ? 2ULL : 1ULL);
-  const bool ownSign = picture.category == Picture::Category::Numeric && picture.isSigned && (flags & kSignSeparate);
+  const bool ownSign =
+      picture.category == PictureFacts::Category::Numeric && picture.isSigned && (flags & kSignSeparate);
   return size + (ownSign ? 1 : 0);
 }
 
 }  // namespace
 
-std::uint64_t ElementarySize(DataUsage usage, const std::optional<Picture>& picture, std::uint16_t flags) {
+std::uint64_t ElementarySize(DataUsage usage, const std::optional<PictureFacts>& picture, std::uint16_t flags) {
   switch (usage) {
     case DataUsage::Float:
       return 4;
@@ -62,7 +63,7 @@ std::uint64_t ElementarySize(DataUsage usage, const std::optional<Picture>& pict
     case DataUsage::NativeBinary:
       return BinarySize(StoredDigits(*picture));
     case DataUsage::ByteBinary:
-      if (picture->category != Picture::Category::Numeric) return picture->characters;
+      if (picture->category != PictureFacts::Category::Numeric) return picture->characters;
       return ByteBinarySize(StoredDigits(*picture), picture->isSigned);
     case DataUsage::Packed:
       return StoredDigits(*picture) / 2 + 1;
@@ -111,24 +112,24 @@ std::uint64_t MultiplyBytes(std::uint64_t size, std::uint64_t count) {
   return count != 0 && size > kMostBytes / count ? kMostBytes : size * count;
 }
 
-void DescribePicture(DeclRecord& decl, const Picture& picture) {
+void DescribePicture(DeclRecord& decl, const PictureFacts& picture) {
   decl.digits = picture.digits;
   decl.scale = picture.scale;
   std::uint16_t flags = decl.flags;
   if (picture.isSigned) flags |= kSigned;
   switch (picture.category) {
-    case Picture::Category::Numeric:
-    case Picture::Category::FloatingPoint:
+    case PictureFacts::Category::Numeric:
+    case PictureFacts::Category::FloatingPoint:
       flags |= kNumeric;
       break;
-    case Picture::Category::NumericEdited:
+    case PictureFacts::Category::NumericEdited:
       flags |= kNumeric | kEdited;
       break;
-    case Picture::Category::AlphanumericEdited:
-    case Picture::Category::NationalEdited:
+    case PictureFacts::Category::AlphanumericEdited:
+    case PictureFacts::Category::NationalEdited:
       flags |= kEdited;
       break;
-    case Picture::Category::Alphabetic:
+    case PictureFacts::Category::Alphabetic:
       flags |= kAlphabetic;
       break;
     default:

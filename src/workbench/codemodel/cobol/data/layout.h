@@ -13,7 +13,7 @@ namespace qmrules::workbench::codemodel::cobol {
 inline constexpr std::uint64_t kMostBytes = 1ULL << 48;
 
 // The size of an elementary item. The picture of a usage that has none is left aside.
-std::uint64_t ElementarySize(DataUsage usage, const std::optional<Picture>& picture, std::uint16_t flags);
+std::uint64_t ElementarySize(DataUsage usage, const std::optional<PictureFacts>& picture, std::uint16_t flags);
 // The boundary that SYNCHRONIZED lays an item of the usage and size on; 1 for none.
 std::uint32_t AlignmentOf(DataUsage usage, std::uint64_t size);
 // Bytes to be left free so that the offset lies on the boundary.
@@ -24,7 +24,7 @@ std::uint64_t AddBytes(std::uint64_t left, std::uint64_t right);
 std::uint64_t MultiplyBytes(std::uint64_t size, std::uint64_t count);
 
 // Enters digits, scale and what the category tells.
-void DescribePicture(DeclRecord& decl, const Picture& picture);
+void DescribePicture(DeclRecord& decl, const PictureFacts& picture);
 
 // True for a usage whose items have a picture.
 bool TakesPicture(DataUsage usage);

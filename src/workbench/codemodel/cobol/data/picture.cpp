@@ -16,7 +16,7 @@ class SymbolCounter {
       : currency_(currencySymbol), point_(decimalComma ? ',' : '.'), separator_(decimalComma ? '.' : ',') {}
 
   bool Read(std::string_view text);
-  std::optional<Picture> Result() const;
+  std::optional<PictureFacts> Result() const;
 
  private:
   bool Take(char symbol, std::uint64_t count);
@@ -26,8 +26,8 @@ class SymbolCounter {
   void TakeDigits(std::uint64_t count);
   void Room(std::uint64_t count) { characters_ = std::min(characters_ + count, kMostCount); }
   bool IsNumeric() const;
-  Picture::Category CategoryOf() const;
-  Picture::Category CategoryOfCharacters() const;
+  PictureFacts::Category CategoryOf() const;
+  PictureFacts::Category CategoryOfCharacters() const;
 
   char currency_, point_, separator_;
   std::uint64_t characters_ = 0, digits_ = 0, fraction_ = 0;
@@ -201,34 +201,35 @@ bool SymbolCounter::IsNumeric() const {
   return nines_ != 0 && edits_ == 0 && insertions_ == 0;
 }
 
-Picture::Category SymbolCounter::CategoryOfCharacters() const {
-  using enum Picture::Category;
+PictureFacts::Category SymbolCounter::CategoryOfCharacters() const {
+  using enum PictureFacts::Category;
   if (national_ != 0) return insertions_ != 0 || nines_ != 0 ? NationalEdited : National;
   if (dbcs_ != 0) return Dbcs;
   if (insertions_ != 0) return AlphanumericEdited;
   return anything_ == 0 && nines_ == 0 ? Alphabetic : Alphanumeric;
 }
 
-Picture::Category SymbolCounter::CategoryOf() const {
-  using enum Picture::Category;
+PictureFacts::Category SymbolCounter::CategoryOf() const {
+  using enum PictureFacts::Category;
   if (anything_ + letters_ + national_ + dbcs_ != 0) return CategoryOfCharacters();
   if (bits_ != 0) return Boolean;
   if (hasExponent_) return FloatingPoint;
   return IsNumeric() ? Numeric : NumericEdited;
 }
 
-std::optional<Picture> SymbolCounter::Result() const {
+std::optional<PictureFacts> SymbolCounter::Result() const {
   const std::uint64_t ofCharacters = anything_ + letters_ + national_ + dbcs_;
   if (characters_ == 0) return {};
   if (ofCharacters != 0 && (edits_ != 0 || hasPoint_ || hasSign_ || leadingP_ + trailingP_ + bits_ != 0)) return {};
   if (ofCharacters == 0 && digits_ + bits_ == 0 && insertions_ == 0 && floating_ == 0) return {};
   if (leadingP_ != 0 && trailingP_ != 0) return {};
   if (hasSign_ && (!IsNumeric() || bits_ != 0)) return {};
-  Picture picture;
+  PictureFacts picture;
   picture.category = CategoryOf();
   picture.characters = static_cast<std::uint32_t>(characters_);
   picture.isSigned = isSigned_;
-  if (picture.category != Picture::Category::Numeric && picture.category != Picture::Category::NumericEdited) {
+  if (picture.category != PictureFacts::Category::Numeric &&
+      picture.category != PictureFacts::Category::NumericEdited) {
     return picture;
   }
   constexpr std::uint64_t kMostDigits = std::numeric_limits<std::int16_t>::max();
@@ -242,7 +243,7 @@ std::optional<Picture> SymbolCounter::Result() const {
 
 }  // namespace
 
-std::optional<Picture> ParsePicture(std::string_view text, char currencySymbol, bool decimalComma) {
+std::optional<PictureFacts> ParsePicture(std::string_view text, char currencySymbol, bool decimalComma) {
   SymbolCounter counter(currencySymbol, decimalComma);
   if (!counter.Read(text)) return {};
   return counter.Result();

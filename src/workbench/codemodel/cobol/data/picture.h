@@ -7,7 +7,7 @@
 namespace qmrules::workbench::codemodel::cobol {
 
 // What a picture says of its item.
-struct Picture {
+struct PictureFacts {
   enum class Category : std::uint8_t {
     Alphabetic,
     Alphanumeric,
@@ -29,6 +29,6 @@ struct Picture {
 
 // Nothing for what is no picture. Counts in parentheses are taken up to 2^31; the words in place of a count that a
 // constant declares are not taken here.
-std::optional<Picture> ParsePicture(std::string_view text, char currencySymbol = '$', bool decimalComma = false);
+std::optional<PictureFacts> ParsePicture(std::string_view text, char currencySymbol = '$', bool decimalComma = false);
 
 }  // namespace qmrules::workbench::codemodel::cobol

@@ -101,10 +101,7 @@ void ReadSources(HeadContext& context) {
   while ((context.AtDataName() && !BeginsDataClause(cursor.WordAt())) || context.AtLiteral()) {
     if (cursor.At(TokenKind::Number) && AtEntry(context)) return;
     context.ReadOperand(Role::Source);
-    const TokenKind kind = cursor.Current().kind;
-    const bool isOperator = kind == TokenKind::Plus || kind == TokenKind::Minus || kind == TokenKind::Star ||
-                            kind == TokenKind::Slash || kind == TokenKind::Power;
-    if (isOperator) cursor.Next();
+    if (IsArithmeticOperator(cursor.Current().kind)) cursor.Next();
   }
 }
 

@@ -7,7 +7,7 @@ namespace {
 using enum Word;
 
 // LINE NUMBER IS PLUS 2: a number or an item.
-void ParsePlace(HeadContext& context) {
+void ParseScreenPlace(HeadContext& context) {
   TokenCursor& cursor = context.cursor;
   context.PassOver({Number, Is, Plus, Minus});
   if (cursor.At(TokenKind::Plus) || cursor.At(TokenKind::Minus)) cursor.Next();
@@ -90,7 +90,7 @@ bool ParseScreenClause(HeadContext& context, ItemDescription&) {
     case BackgroundColor:
     case Size:
       cursor.Next();
-      ParsePlace(context);
+      ParseScreenPlace(context);
       return true;
     case From:
       cursor.Next();

@@ -84,39 +84,62 @@ void ParseMultiply(StatementParser& parser, NodeId) {
   Giving(parser, changed);
 }
 
+// A number with a digit that is not zero: to divide by it cannot fail.
+bool IsDivisor(const TokenCursor& cursor, std::uint32_t index) {
+  const Token& token = cursor.Source().tokens[index];
+  if (token.kind != TokenKind::Number) return false;
+  const std::string_view text = cursor.Source().Text(token);
+  const std::string_view digits = text.substr(0, text.find_first_of("Ee"));
+  return digits.find_first_of("123456789") != std::string_view::npos;
+}
+
 // operand INTO {operand [ROUNDED]} … [GIVING …] or operand BY operand GIVING …, and REMAINDER
-void ParseDivide(StatementParser& parser, NodeId) {
+void ParseDivide(StatementParser& parser, NodeId node) {
   TokenCursor& cursor = parser.Cursor();
+  std::uint32_t divisor = cursor.Index();
   if (!Need(parser, parser.Operand().Operand(Role::Source) != 0, "An operand is missing.")) return;
   const NodeId changed = parser.Model().LastNode() + 1;
   if (cursor.Accept(Word::By)) {
+    divisor = cursor.Index();
     if (!Need(parser, parser.Operand().Operand(Role::Source) != 0, "BY lacks its operand.")) return;
     if (!Need(parser, cursor.At(Word::Giving), "DIVIDE lacks GIVING.")) return;
   } else {
     if (!Need(parser, cursor.Accept(Word::Into), "DIVIDE lacks INTO or BY.")) return;
     if (!Need(parser, Results(parser, Role::Both, VarUsage::InOut), "The operand to be changed is missing.")) return;
   }
+  if (!IsDivisor(cursor, divisor)) parser.Model().Node(node).flags |= kDivides;
   Giving(parser, changed);
   if (!cursor.Accept(Word::Remainder)) return;
   const NodeId remainder = parser.Operand().Variable(Role::Remainder, VarUsage::In);
   if (Need(parser, remainder != 0, "REMAINDER lacks its operand.")) Rounded(parser, remainder);
 }
 
+// True for a / or ** among the tokens up to the cursor, except for a / before a number that is not zero.
+bool Divides(const TokenCursor& cursor, std::uint32_t first) {
+  for (std::uint32_t at = first; at < cursor.Index(); ++at) {
+    const TokenKind kind = cursor.Source().tokens[at].kind;
+    if (kind == TokenKind::Power || (kind == TokenKind::Slash && !IsDivisor(cursor, at + 1))) return true;
+  }
+  return false;
+}
+
 // {variable [ROUNDED]} … = expression
-void ParseCompute(StatementParser& parser, NodeId) {
+void ParseCompute(StatementParser& parser, NodeId node) {
   TokenCursor& cursor = parser.Cursor();
   bool any = false;
-  while (const NodeId node = parser.Operand().Variable(Role::Target, VarUsage::In)) {
+  while (const NodeId result = parser.Operand().Variable(Role::Target, VarUsage::In)) {
     any = true;
-    Rounded(parser, node);
+    Rounded(parser, result);
   }
   if (!Need(parser, any, "COMPUTE lacks its result.")) return;
   const bool equals = cursor.Accept(TokenKind::Equal) || cursor.Accept(Word::Equal) || cursor.Accept(Word::Equals);
   if (!Need(parser, equals, "COMPUTE lacks its =.")) return;
+  const std::uint32_t first = cursor.Index();
   Need(parser, parser.Operand().Expression(Role::Source), "The expression is missing.");
+  if (Divides(cursor, first)) parser.Model().Node(node).flags |= kDivides;
 }
 
-constexpr std::array kVerbs = std::to_array<VerbSpec>({
+constexpr std::array kArithmeticVerbs = std::to_array<VerbSpec>({
     {Word::Add, Verb::Add, Entity::Stat, ParseAdd, Word::EndAdd, true},
     {Word::Subtract, Verb::Subtract, Entity::Stat, ParseSubtract, Word::EndSubtract, true},
     {Word::Multiply, Verb::Multiply, Entity::Stat, ParseMultiply, Word::EndMultiply, true},
@@ -127,7 +150,7 @@ constexpr std::array kVerbs = std::to_array<VerbSpec>({
 }  // namespace
 
 std::span<const VerbSpec> ArithmeticVerbs() {
-  return kVerbs;
+  return kArithmeticVerbs;
 }
 
 }  // namespace qmrules::workbench::codemodel::cobol

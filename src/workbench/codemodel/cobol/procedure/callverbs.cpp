@@ -39,7 +39,7 @@ void ValueSize(StatementParser& parser) {
   Need(parser, parser.Operand().Literal(Role::Other) != 0, "SIZE lacks its number.");
 }
 
-bool AtFile(StatementParser& parser) {
+bool AtFileArgument(StatementParser& parser) {
   const Token& token = parser.Cursor().Current();
   return token.kind == TokenKind::Word && WordOf(token.symbol) == Word::None &&
          parser.Scope().ResolveFile(token.symbol).found != Resolution::Found::None;
@@ -54,7 +54,7 @@ bool Argument(StatementParser& parser, Passing passing) {
     return true;
   }
   if (passing == Passing::Value) ValueSize(parser);
-  if (AtFile(parser)) return parser.Operand().FileName(Role::Argument) != 0;
+  if (AtFileArgument(parser)) return parser.Operand().FileName(Role::Argument) != 0;
   const bool changed = passing == Passing::Reference;
   const NodeId argument = parser.Operand().Operand(Role::Argument, changed ? VarUsage::InOut : VarUsage::Out);
   if (argument == 0) return false;

@@ -3,11 +3,6 @@
 namespace qmrules::workbench::codemodel::cobol {
 namespace {
 
-bool IsOperator(TokenKind kind) {
-  using enum TokenKind;
-  return kind == Plus || kind == Minus || kind == Star || kind == Slash || kind == Power;
-}
-
 // Words that test what a value is: class and sign conditions, OMITTED.
 bool IsTest(Word word) {
   using enum Word;
@@ -207,7 +202,7 @@ bool Conditions::ParenthesisHere() {
 bool Conditions::Continued() {
   const Token& token = cursor_.Current();
   if (ParenthesisHere()) return true;
-  if (IsOperator(token.kind)) {
+  if (IsArithmeticOperator(token.kind)) {
     Put(cursor_.Text());
     cursor_.Next();
     wanted_ = true;

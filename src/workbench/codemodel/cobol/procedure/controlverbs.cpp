@@ -100,7 +100,7 @@ void ParseStop(StatementParser& parser, NodeId node) {
   LeaveProgram(parser, node);
 }
 
-constexpr std::array kVerbs = std::to_array<VerbSpec>({
+constexpr std::array kControlVerbs = std::to_array<VerbSpec>({
     {Word::If, Verb::If, Entity::If, ParseIf, Word::EndIf},
     {Word::Evaluate, Verb::Evaluate, Entity::If, ParseEvaluate, Word::EndEvaluate},
     {Word::Perform, Verb::Perform, Entity::Perform, ParsePerform, Word::EndPerform},
@@ -118,7 +118,7 @@ constexpr std::array kVerbs = std::to_array<VerbSpec>({
 }  // namespace
 
 std::span<const VerbSpec> ControlVerbs() {
-  return kVerbs;
+  return kControlVerbs;
 }
 
 }  // namespace qmrules::workbench::codemodel::cobol

@@ -55,36 +55,58 @@ bool AcceptCategory(TokenCursor& cursor) {
   return true;
 }
 
+// Its first word, in upper case.
+TextId CategoryHere(StatementParser& parser) {
+  const Token& token = parser.Cursor().Current();
+  return token.kind == TokenKind::Word ? parser.Model().Text(parser.Symbols().Text(token.symbol)) : 0;
+}
+
 // [THEN] REPLACING {category [DATA] BY operand} …
 bool InitializeReplacing(StatementParser& parser) {
   TokenCursor& cursor = parser.Cursor();
+  TextId category = CategoryHere(parser);
   if (!Need(parser, AcceptCategory(cursor), "REPLACING lacks a category of data.")) return false;
   do {
     cursor.Accept(Word::Data);
     if (!Need(parser, cursor.Accept(Word::By), "REPLACING lacks BY.")) return false;
-    if (!Need(parser, parser.Operand().Operand(Role::Source) != 0, "BY lacks its operand.")) return false;
+    const NodeId operand = parser.Operand().Operand(Role::Source);
+    if (!Need(parser, operand != 0, "BY lacks its operand.")) return false;
+    parser.Model().Node(operand).detail = category;
+    category = CategoryHere(parser);
   } while (AcceptCategory(cursor));
   return true;
 }
 
-void ParseInitialize(StatementParser& parser, NodeId) {
+// One of the phrases behind the items; nothing where none stands.
+enum class InitializePhrase : std::uint8_t { None, Replacing, Other, Faulty };
+InitializePhrase ParseInitializePhrase(StatementParser& parser) {
+  TokenCursor& cursor = parser.Cursor();
+  bool right = true;
+  cursor.Accept(Word::Then);
+  if (cursor.Accept(Word::Replacing)) {
+    return InitializeReplacing(parser) ? InitializePhrase::Replacing : InitializePhrase::Faulty;
+  }
+  if (cursor.Accept(Word::All) || AcceptCategory(cursor)) {
+    cursor.Accept(Word::To);
+    right = Need(parser, cursor.Accept(Word::Value), "INITIALIZE lacks VALUE.");
+  } else if (cursor.Accept(Word::To)) {
+    right = Need(parser, cursor.Accept(Word::Default), "INITIALIZE lacks DEFAULT.");
+  } else if (!cursor.Accept(Word::Default)) {
+    return InitializePhrase::None;
+  }
+  return right ? InitializePhrase::Other : InitializePhrase::Faulty;
+}
+
+void ParseInitialize(StatementParser& parser, NodeId node) {
   TokenCursor& cursor = parser.Cursor();
   const int count = parser.Operand().Variables(Role::Target, VarUsage::In);
   if (!Need(parser, count > 0, "INITIALIZE lacks its item.")) return;
   if (cursor.At(Word::With) && cursor.WordAt(1) == Word::Filler) cursor.Next();
-  cursor.Accept(Word::Filler);
+  if (cursor.Accept(Word::Filler)) parser.Model().Node(node).flags |= kSelects;
   for (;;) {
-    cursor.Accept(Word::Then);
-    if (cursor.Accept(Word::Replacing)) {
-      if (!InitializeReplacing(parser)) return;
-    } else if (cursor.Accept(Word::All) || AcceptCategory(cursor)) {
-      cursor.Accept(Word::To);
-      if (!Need(parser, cursor.Accept(Word::Value), "INITIALIZE lacks VALUE.")) return;
-    } else if (cursor.Accept(Word::To)) {
-      if (!Need(parser, cursor.Accept(Word::Default), "INITIALIZE lacks DEFAULT.")) return;
-    } else if (!cursor.Accept(Word::Default)) {
-      return;
-    }
+    const InitializePhrase phrase = ParseInitializePhrase(parser);
+    if (phrase == InitializePhrase::None || phrase == InitializePhrase::Faulty) return;
+    if (phrase == InitializePhrase::Other) parser.Model().Node(node).flags |= kSelects;
   }
 }
 

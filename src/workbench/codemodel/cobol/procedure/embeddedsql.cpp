@@ -64,9 +64,10 @@ void SqlStatement::Begin() {
   command_ = WordBefore(parser_, end_);
   std::string name(command_);
   const std::string_view second = WordBefore(parser_, end_, 1);
-  const bool two = (Is("EXECUTE") && second == "IMMEDIATE") || Is("BEGIN") || Is("END");
+  const bool two = (Is("EXECUTE") && second == "IMMEDIATE") || Is("BEGIN") || Is("END") || Is("WHENEVER");
   const std::string_view more = Is("DECLARE") ? DeclaredKind() : two ? second : std::string_view();
   if (!more.empty()) name.append(" ").append(more);
+  if (Is("WHENEVER") && second == "NOT") name.append(" FOUND");
   NameEmbedded(parser_, node_, "SQL", name);
   const bool moves = std::ranges::find(kDataStatements, command_) != std::end(kDataStatements);
   if (moves) parser_.Model().Node(node_).entity = Entity::IoStat;
@@ -242,7 +243,7 @@ void SqlStatement::Label() {
     if (word == "GO" && WordBefore(parser_, end_) == "TO") cursor_.Next();
     if (word != "GO" && word != "GOTO" && word != "PERFORM") continue;
     if (At(TokenKind::Colon)) cursor_.Next();
-    if (cursor_.Index() < end_) parser_.Operand().ProcedureName(Role::None);
+    if (cursor_.Index() < end_) parser_.Operand().ProcedureName(word == "PERFORM" ? Role::Body : Role::None);
   }
 }
 

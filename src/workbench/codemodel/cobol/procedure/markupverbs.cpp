@@ -71,7 +71,7 @@ bool SuppressClause(StatementParser& parser) {
 }
 
 // CONVERTING {item [TO] [JSON] {BOOLEAN | BOOL | NULL} USING condition} …
-bool ConvertingClause(StatementParser& parser) {
+bool ConvertingItems(StatementParser& parser) {
   TokenCursor& cursor = parser.Cursor();
   if (!cursor.Accept(Word::Converting)) return false;
   do {
@@ -94,7 +94,7 @@ void GenerateClauses(StatementParser& parser) {
   for (;;) {
     if (cursor.At(Word::With) && !parser.AtPhrase()) cursor.Next();
     if (cursor.Accept(Word::XmlDeclaration) || cursor.Accept(Word::Attributes)) continue;
-    if (!ValuedClause(parser) && !NamingClause(parser) && !SuppressClause(parser) && !ConvertingClause(parser)) return;
+    if (!ValuedClause(parser) && !NamingClause(parser) && !SuppressClause(parser) && !ConvertingItems(parser)) return;
   }
 }
 

@@ -12,11 +12,6 @@ namespace {
 // Parentheses within parentheses of subscripts and arguments; no program has more than a handful.
 constexpr int kMostNesting = 100;
 
-bool IsOperator(TokenKind kind) {
-  using enum TokenKind;
-  return kind == Plus || kind == Minus || kind == Star || kind == Slash || kind == Power;
-}
-
 // `upper` is in upper case already.
 bool SameWord(std::string_view text, std::string_view upper) {
   return text.size() == upper.size() && std::equal(text.begin(), text.end(), upper.begin(), [](char a, char b) {
@@ -231,7 +226,7 @@ bool Operands::Expression(Role role) {
     } else if (kind == TokenKind::Close && depth > 0) {
       --depth;
       cursor_.Next();
-    } else if (IsOperator(kind)) {
+    } else if (IsArithmeticOperator(kind)) {
       wanted = true;
       cursor_.Next();
     } else {
@@ -388,7 +383,7 @@ void Operands::InParentheses(NodeId owner, Role& role, NodeId before) {
     const TokenKind kind = cursor_.Current().kind;
     // "A (I - 1)" is a difference, but "MAX (I -1)" has two arguments.
     const bool isNext = role == Role::Argument && cursor_.Ahead(1).Has(kAdjacent) && !cursor_.Current().Has(kAdjacent);
-    const bool isOperator = IsOperator(kind) && afterOperand && !isNext;
+    const bool isOperator = IsArithmeticOperator(kind) && afterOperand && !isNext;
     afterOperand = kind == TokenKind::Close;
     if (kind == TokenKind::Open) {
       ++depth;
@@ -409,7 +404,8 @@ void Operands::InParentheses(NodeId owner, Role& role, NodeId before) {
       cursor_.Next();
     } else if (!isOperator && Operand(role) != 0) {
       afterOperand = true;
-    } else if (IsOperator(kind) || (kind == TokenKind::Word && role == Role::Argument && !IsVerb(cursor_.WordAt()))) {
+    } else if (IsArithmeticOperator(kind) ||
+               (kind == TokenKind::Word && role == Role::Argument && !IsVerb(cursor_.WordAt()))) {
       cursor_.Next();  // an operator, or LEADING and the like
     } else if (kind == TokenKind::Word || kind == TokenKind::Period || kind == TokenKind::End) {
       model_.Report(Severity::Gap, cursor_.Index(), "A closing parenthesis is missing.");

@@ -15,12 +15,14 @@ bool NamesProcedure(const StatementParser& parser, Operands& operands, const Tok
   return cursor.Ahead(ahead).kind != TokenKind::Open && cursor.WordAt(ahead) != Word::Times;
 }
 
-bool AcceptTest(TokenCursor& cursor) {
+// [WITH] TEST {BEFORE | AFTER}
+void Test(StatementParser& parser, NodeId node) {
+  TokenCursor& cursor = parser.Cursor();
   const std::uint32_t with = cursor.At(Word::With) ? 1 : 0;
-  if (cursor.WordAt(with) != Word::Test) return false;
+  if (cursor.WordAt(with) != Word::Test) return;
   cursor.MoveTo(cursor.Index() + with + 1);
-  if (!cursor.Accept(Word::Before)) cursor.Accept(Word::After);
-  return true;
+  if (cursor.Accept(Word::Before)) return;
+  if (cursor.Accept(Word::After)) parser.Model().Node(node).flags |= kTestAfter;
 }
 
 // UNTIL condition; UNTIL EXIT has none.
@@ -47,9 +49,9 @@ void Counter(StatementParser& parser) {
 }
 
 // TIMES, UNTIL, VARYING … AFTER, with or without TEST.
-void Control(StatementParser& parser) {
+void Control(StatementParser& parser, NodeId node) {
   TokenCursor& cursor = parser.Cursor();
-  AcceptTest(cursor);
+  Test(parser, node);
   if (cursor.Accept(Word::Varying)) {
     Counter(parser);
     while (cursor.Accept(Word::After)) Counter(parser);
@@ -71,10 +73,10 @@ void ParsePerform(StatementParser& parser, NodeId node) {
     if ((cursor.Accept(Word::Thru) || cursor.Accept(Word::Through)) && operands.ProcedureName(Role::Thru) == 0) {
       return parser.Skip("The name behind THRU is missing.");
     }
-    return Control(parser);
+    return Control(parser, node);
   }
   parser.Model().Node(node).entity = Entity::Block;
-  Control(parser);
+  Control(parser, node);
   if (!parser.AtStatementEnd()) {
     parser.Skip(fmt::format("{} does not fit into the PERFORM statement.", cursor.Text()));
   }

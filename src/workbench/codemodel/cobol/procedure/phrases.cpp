@@ -28,7 +28,7 @@ bool EndsSomethingElse(Word word) {
 }
 
 // The phrase whose words begin `at` tokens behind the cursor, NOT passed over.
-Phrase Plain(const TokenCursor& cursor, std::uint32_t at, bool endAlone) {
+Phrase PositivePhrase(const TokenCursor& cursor, std::uint32_t at, bool endAlone) {
   using enum Word;
   const Word first = cursor.WordAt(at), second = cursor.WordAt(at + 1);
   switch (first) {
@@ -68,7 +68,7 @@ Phrase PhraseAt(const TokenCursor& cursor, bool endAlone) {
     case Word::None:
       return {};
     case Word::Not: {
-      Phrase phrase = Plain(cursor, 1, endAlone);
+      Phrase phrase = PositivePhrase(cursor, 1, endAlone);
       phrase.negated = true;
       return phrase;
     }
@@ -78,7 +78,7 @@ Phrase PhraseAt(const TokenCursor& cursor, bool endAlone) {
       return {PhraseKind::NoData, cursor.WordAt() == Word::With, 2};
     }
     default:
-      return Plain(cursor, 0, endAlone);
+      return PositivePhrase(cursor, 0, endAlone);
   }
 }
 

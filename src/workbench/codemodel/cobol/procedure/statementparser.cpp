@@ -144,10 +144,11 @@ void StatementParser::Statements() {
 
 void StatementParser::Sentence() {
   const std::uint32_t first = cursor_.Index();
+  const NodeId before = model_.LastNode();
   flattened_ = false;
   for (;;) {
     Statements();
-    if (cursor_.Accept(TokenKind::Period)) return;
+    if (cursor_.Accept(TokenKind::Period)) return EndSentence(before);
     // What stands first is passed over if nothing else takes it, so that every sentence ends behind its beginning.
     if (AtDivisionEnd() || (operands_.AtHeader() && cursor_.Index() != first)) {
       model_.Report(Severity::Warning, cursor_.Index(), "A full stop is missing before this.");
@@ -155,6 +156,14 @@ void StatementParser::Sentence() {
     }
     Stray();
   }
+}
+
+// Marks the statement that a full stop stands behind. `before` is the last node that is not of the sentence.
+void StatementParser::EndSentence(NodeId before) {
+  NodeId node = model_.LastNode();
+  if (node == before) return;
+  while (model_.Node(node).parent != model_.Current()) node = model_.Node(node).parent;
+  model_.Node(node).flags |= kEndsSentence;
 }
 
 void StatementParser::Statement(const VerbSpec& spec) {

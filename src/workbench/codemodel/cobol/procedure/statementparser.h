@@ -96,6 +96,7 @@ class StatementParser {
   std::optional<bool> EndsWithoutWord() const;
   bool EndsStatements() const;
   void Stray();
+  void EndSentence(NodeId before);
 
   TokenCursor& cursor_;
   ModelBuilder& model_;

@@ -3,13 +3,27 @@
 namespace qmrules::workbench::codemodel::cobol {
 namespace {
 
+// The role of files that are opened in the mode; None for a word that is no mode.
+Role RoleOfMode(Word word) {
+  switch (word) {
+    case Word::Input:
+      return Role::Input;
+    case Word::Output:
+    case Word::Extend:
+      return Role::Output;
+    case Word::IO:
+      return Role::Both;
+    default:
+      return Role::None;
+  }
+}
+
 // INPUT, OUTPUT, I-O, EXTEND or files
 void Files(StatementParser& parser) {
-  TokenCursor& cursor = parser.Cursor();
   while (!parser.AtStatementEnd()) {
-    const bool isMode = cursor.Accept(Word::Input) || cursor.Accept(Word::Output) || cursor.Accept(Word::IO) ||
-                        cursor.Accept(Word::Extend);
-    if (!isMode && parser.Operand().FileName(Role::File) == 0) return;
+    const Role role = RoleOfMode(parser.Cursor().WordAt());
+    const NodeId name = role == Role::None ? parser.Operand().FileName(Role::File) : parser.Operand().OtherName(role);
+    if (name == 0) return;
   }
 }
 

@@ -84,6 +84,10 @@ inline bool IsWordCharacter(char byte) {
 inline char UpperOf(char byte) {
   return byte >= 'a' && byte <= 'z' ? static_cast<char>(byte - 'a' + 'A') : byte;
 }
+// A to Z in either case.
+inline bool IsLetter(char byte) {
+  return UpperOf(byte) >= 'A' && UpperOf(byte) <= 'Z';
+}
 
 // The first byte from `at` on that is no blank, or `end`.
 inline const char* SkipBlanks(const char* at, const char* end) {

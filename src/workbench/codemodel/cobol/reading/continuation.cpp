@@ -9,7 +9,7 @@ namespace qmrules::workbench::codemodel::cobol {
 
 namespace {
 
-constexpr std::size_t kLastColumn = 72;
+constexpr std::size_t kLastTextColumn = 72;
 
 // The quote that ends a literal whose text begins at `from`, or nullptr. Doubled, it stands for itself.
 const char* ClosingQuote(const char* from, const char* end, char quote) {
@@ -103,7 +103,7 @@ bool FileLexer::ReopenLiteral() {
   const std::uint32_t end = token.offset + token.length;
   const SourceFile& file = *lexed_.file;
   if (token.Has(kUnclosed) || rows_.Format() != SourceFormat::Fixed) return false;
-  if (end - file.RowStart(file.RowOf(end - 1)) < kLastColumn) return false;
+  if (end - file.RowStart(file.RowOf(end - 1)) < kLastTextColumn) return false;
   const char quote = QuoteOf(lexed_.Text(token));
   if (end_ - at_ < 2 || at_[0] != quote || at_[1] != quote) return false;
   std::string text = TakeText(lexed_.tokens.back());

@@ -22,10 +22,6 @@ bool IsOfAnyFormat(const SourceFile& file) {
   return true;
 }
 
-bool IsWord(const Token& token, Word word) {
-  return token.kind == TokenKind::Word && WordOf(token.symbol) == word;
-}
-
 // Finds the places of a file in one walk over its tokens.
 class PlaceFinder {
  public:

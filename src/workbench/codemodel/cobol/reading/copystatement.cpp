@@ -6,10 +6,6 @@ namespace qmrules::workbench::codemodel::cobol {
 
 namespace {
 
-bool IsWord(const Token& token, Word word) {
-  return token.kind == TokenKind::Word && WordOf(token.symbol) == word;
-}
-
 // The text of a literal without its quotes; other texts as they are.
 std::string_view Unquoted(std::string_view text) {
   const std::size_t quote = text.find_first_of("'\"");

@@ -23,10 +23,6 @@ constexpr std::size_t kComparisonsForToken = 16;
 // REPLACE ALSO statements that are active together.
 constexpr std::size_t kMostActive = 16;
 
-bool IsWord(const Token& token, Word word) {
-  return token.kind == TokenKind::Word && WordOf(token.symbol) == word;
-}
-
 std::string TitleOf(std::string_view name, std::string_view library) {
   return library.empty() ? std::string(name) : fmt::format("{} in {}", name, library);
 }

@@ -9,10 +9,6 @@ namespace qmrules::workbench::codemodel::cobol {
 
 namespace {
 
-bool IsLetter(char character) {
-  return UpperOf(character) >= 'A' && UpperOf(character) <= 'Z';
-}
-
 // True for a text that is one word whatever stands around it: letters, digits and hyphens, first a letter.
 bool IsPlainWord(std::string_view text) {
   return IsLetter(text.front()) && text.back() != '-' &&

@@ -3,13 +3,11 @@
 #include <algorithm>
 #include <string_view>
 
+#include "workbench/codemodel/cobol/reading/characters.h"
+
 namespace qmrules::workbench::codemodel::cobol {
 
 namespace {
-
-bool IsLetter(char character) {
-  return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z');
-}
 
 bool CanBePicture(std::string_view text) {
   return !text.empty() && text.find_first_not_of("ABCDEGNPRSUVXZabcdegnprsuvxz0123456789/,.+-*$()") == text.npos;

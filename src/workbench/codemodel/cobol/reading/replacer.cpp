@@ -15,10 +15,6 @@ bool EqualWithoutCase(std::string_view left, std::string_view right) {
   return std::ranges::equal(left, right, [](char a, char b) { return UpperOf(a) == UpperOf(b); });
 }
 
-bool IsLetter(char character) {
-  return UpperOf(character) >= 'A' && UpperOf(character) <= 'Z';
-}
-
 // Between two of a PICTURE's characters there is a border of words unless both are letters or digits.
 bool IsBorder(std::string_view text, std::size_t offset) {
   const auto isWordy = [](char c) { return IsLetter(c) || IsDigit(c); };

@@ -8,6 +8,7 @@
 
 #include "workbench/codemodel/cobol/reading/wordlist.h"
 #include "workbench/codemodel/symboltable.h"
+#include "workbench/codemodel/token.h"
 
 namespace qmrules::workbench::codemodel::cobol {
 
@@ -24,6 +25,11 @@ const std::vector<std::string_view>& CobolWordList();
 // The word of a symbol, or Word::None for a name.
 inline Word WordOf(std::uint32_t symbol) {
   return symbol < static_cast<std::uint32_t>(Word::None) ? static_cast<Word>(symbol) : Word::None;
+}
+
+// True when the token is this word; of Word::None, when it is any name.
+inline bool IsWord(const Token& token, Word word) {
+  return token.kind == TokenKind::Word && WordOf(token.symbol) == word;
 }
 
 namespace detail {

@@ -8,11 +8,11 @@
 namespace qmrules::workbench::codemodel::cobol {
 namespace {
 
-using enum Picture::Category;
+using enum PictureFacts::Category;
 
 struct Expected {
   const char* text;
-  Picture::Category category;
+  PictureFacts::Category category;
   std::uint32_t characters;
   std::uint16_t digits = 0;
   std::int16_t scale = 0;
@@ -63,7 +63,7 @@ INSTANTIATE_TEST_SUITE_P(All, NoPictures,
                                          "Z*9", "XV9", "SX", "PPX", "Q(3)", "CR99", "99CRCR", "P9P", "SZ9"));
 
 TEST(Picture, TakesAnotherCurrencySymbol) {
-  EXPECT_EQ(ParsePicture("FF9.99", 'F')->category, Picture::Category::NumericEdited);
+  EXPECT_EQ(ParsePicture("FF9.99", 'F')->category, PictureFacts::Category::NumericEdited);
   EXPECT_FALSE(ParsePicture("FF9.99").has_value());
 }
 

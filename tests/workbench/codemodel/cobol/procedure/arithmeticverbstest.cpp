@@ -8,7 +8,7 @@
 namespace qmrules::test {
 namespace {
 
-constexpr std::string_view kData =
+constexpr std::string_view kNumbers =
     "       DATA DIVISION.\n"
     "       WORKING-STORAGE SECTION.\n"
     "       01  A PIC 9(4).\n"
@@ -27,7 +27,7 @@ struct Form {
 class ArithmeticForm : public testing::TestWithParam<Form> {};
 
 TEST_P(ArithmeticForm, PassesDataAsMarked) {
-  ExpectMarked(kData, GetParam().marked);
+  ExpectMarked(kNumbers, GetParam().marked);
 }
 
 constexpr Form kForms[] = {
@@ -64,7 +64,7 @@ INSTANTIATE_TEST_SUITE_P(Of, ArithmeticForm, testing::ValuesIn(kForms),
                          [](const auto& each) { return std::string(each.param.name); });
 
 TEST(Arithmetic, ResultsKnowThatTheyAreRounded) {
-  const auto marked = ExpectMarked(kData, "ADD $Source[[1]] TO $BothInOut[[A]] $BothInOut[[B]] ROUNDED.");
+  const auto marked = ExpectMarked(kNumbers, "ADD $Source[[1]] TO $BothInOut[[A]] $BothInOut[[B]] ROUNDED.");
   const auto vars = marked.Nodes(workbench::codemodel::Entity::Var);
   ASSERT_EQ(vars.size(), 2U);
   EXPECT_EQ(vars[0].flags & workbench::codemodel::kRounded, 0);
@@ -87,11 +87,11 @@ TEST(Arithmetic, ASizeErrorIsAnIfBehindTheStatement) {
   }
 }
 
-struct Fault {
+struct ArithmeticFaultCase {
   std::string_view name, statement, diagnostic;
 };
 
-class ArithmeticFault : public testing::TestWithParam<Fault> {};
+class ArithmeticFault : public testing::TestWithParam<ArithmeticFaultCase> {};
 
 TEST_P(ArithmeticFault, CostsTheStatementOnly) {
   const auto model = CobolModel::Of("01  A PIC 9.\n01  B PIC 9.\n",
@@ -101,7 +101,7 @@ TEST_P(ArithmeticFault, CostsTheStatementOnly) {
   EXPECT_EQ(model.Statements().size(), 2U);
 }
 
-constexpr Fault kFaults[] = {
+constexpr ArithmeticFaultCase kArithmeticFaults[] = {
     {"AddWithoutOperand", "ADD", "gap 10:12 An operand is missing."},
     {"AddWithoutTo", "ADD A", "gap 10:12 ADD lacks TO."},
     {"AddWithoutTarget", "ADD A TO", "gap 10:12 The operand to be changed is missing."},
@@ -116,8 +116,35 @@ constexpr Fault kFaults[] = {
     {"ComputeParenthesisMissing", "COMPUTE A = (B + 1.", "gap 9:30 A closing parenthesis is missing."},
 };
 
-INSTANTIATE_TEST_SUITE_P(Of, ArithmeticFault, testing::ValuesIn(kFaults),
+INSTANTIATE_TEST_SUITE_P(Of, ArithmeticFault, testing::ValuesIn(kArithmeticFaults),
                          [](const auto& each) { return std::string(each.param.name); });
+
+TEST(ArithmeticStatements, TellWhetherTheyDivideByWhatCanBeZero) {
+  const auto model = CobolModel::Of("01  A PIC 9(4).\n01  B PIC 9(4).\n", R"(MAIN-PARA.
+    $add^ADD A TO B
+    $divide^DIVIDE A INTO B
+    $by^DIVIDE 7 BY B GIVING A
+    $byZero^DIVIDE B BY 0.0 GIVING A
+    $byNumber^DIVIDE B BY 0.50 GIVING A
+    $quotient^COMPUTE A = 1 + (2 / B)
+    $half^COMPUTE A = 1 + (B / 2)
+    $power^COMPUTE A = B ** 2
+    $product^COMPUTE A = B * 2 - 1
+    GOBACK.
+)");
+  const auto divides = [&](std::string_view mark) {
+    return (model.Node(model.NodeAt(mark)).flags & workbench::codemodel::kDivides) != 0;
+  };
+  EXPECT_FALSE(divides("add"));
+  EXPECT_TRUE(divides("divide"));
+  EXPECT_TRUE(divides("by"));
+  EXPECT_TRUE(divides("byZero"));
+  EXPECT_FALSE(divides("byNumber"));
+  EXPECT_TRUE(divides("quotient"));
+  EXPECT_FALSE(divides("half"));
+  EXPECT_TRUE(divides("power"));
+  EXPECT_FALSE(divides("product"));
+}
 
 }  // namespace
 }  // namespace qmrules::test

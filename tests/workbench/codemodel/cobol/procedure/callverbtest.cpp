@@ -9,7 +9,7 @@ namespace {
 using testing::ElementsAre;
 using workbench::codemodel::Entity;
 
-constexpr std::string_view kData = R"(       DATA DIVISION.
+constexpr std::string_view kCallData = R"(       DATA DIVISION.
        WORKING-STORAGE SECTION.
        01  A PIC X(10).
        01  B PIC X(10).
@@ -34,17 +34,17 @@ std::vector<std::string> CalledPrograms(const MarkedStatements& marked) {
 
 TEST(CallVerb, NamesTheProgramOfALiteral) {
   const auto marked =
-      ExpectMarked(kData, "CALL $Program[['Sub1']].\nCALL $ProgramOut[[PGM]].\nCALL $ProgramOut[[PP]].");
+      ExpectMarked(kCallData, "CALL $Program[['Sub1']].\nCALL $ProgramOut[[PGM]].\nCALL $ProgramOut[[PP]].");
   EXPECT_EQ(marked.Statements()[0], "PORT CALL");
   EXPECT_THAT(CalledPrograms(marked), ElementsAre("SUB1", "", ""));
 }
 
 TEST(CallVerb, ReadsAndWritesArgumentsByReference) {
-  ExpectMarked(kData, "CALL $Program[['SUB']] USING $ArgumentInOut[[A]] BY REFERENCE $ArgumentInOut[[B]].");
+  ExpectMarked(kCallData, "CALL $Program[['SUB']] USING $ArgumentInOut[[A]] BY REFERENCE $ArgumentInOut[[B]].");
 }
 
 TEST(CallVerb, KeepsAPassingPhraseForAllArgumentsBehindIt) {
-  ExpectMarked(kData,
+  ExpectMarked(kCallData,
                "CALL $Program[['SUB']] USING BY CONTENT $ArgumentOutByContent[[A]] $ArgumentOutByContent[[B]]\n"
                "    BY VALUE $ArgumentOutByContent[[N]] $ArgumentByContent[[1]]\n"
                "    REFERENCE $ArgumentInOut[[A]].");
@@ -52,20 +52,20 @@ TEST(CallVerb, KeepsAPassingPhraseForAllArgumentsBehindIt) {
 
 TEST(CallVerb, TakesLengthsAddressesAndWhatIsLeftOut) {
   ExpectMarked(
-      kData,
+      kCallData,
       "CALL $Program[['SUB']] USING $ArgumentOmitted[[OMITTED]] BY CONTENT $LengthOfNoneByContent[[LENGTH OF A]]\n"
       "    BY VALUE SIZE $Other[[4]] $ArgumentOutByContent[[N]]\n"
       "    BY VALUE $AddressOfNoneByContent[[ADDRESS OF A]].");
 }
 
 TEST(CallVerb, BringsInWhatTheProgramReturns) {
-  ExpectMarked(kData,
+  ExpectMarked(kCallData,
                "CALL $Program[['SUB']] USING $ArgumentInOut[[A]] RETURNING $ReturningIn[[N]].\n"
                "CALL $Program[['SUB']] GIVING $ReturningIn[[N]].");
 }
 
 TEST(CallVerb, HasBranchesForAnException) {
-  const auto marked = ExpectMarked(kData,
+  const auto marked = ExpectMarked(kCallData,
                                    "CALL $ProgramOut[[PGM]] USING $ArgumentInOut[[A]]\n"
                                    "    ON EXCEPTION CONTINUE NOT ON EXCEPTION CONTINUE END-CALL.\n"
                                    "CALL $ProgramOut[[PGM]] ON OVERFLOW CONTINUE.");
@@ -74,18 +74,19 @@ TEST(CallVerb, HasBranchesForAnException) {
 }
 
 TEST(CallVerb, TellsWhatItLacks) {
-  EXPECT_THAT(MarkedStatements(kData, "CALL USING A.").Diagnostics(),
+  EXPECT_THAT(MarkedStatements(kCallData, "CALL USING A.").Diagnostics(),
               ElementsAre("1:6 CALL lacks the name of a program."));
-  EXPECT_THAT(MarkedStatements(kData, "CALL 'X' USING.").Diagnostics(), ElementsAre("1:15 USING lacks its arguments."));
+  EXPECT_THAT(MarkedStatements(kCallData, "CALL 'X' USING.").Diagnostics(),
+              ElementsAre("1:15 USING lacks its arguments."));
 }
 
 TEST(CancelVerb, NamesItsPrograms) {
-  const auto marked = ExpectMarked(kData, "CANCEL $Program[['SUB']] $ProgramOut[[PGM]].");
+  const auto marked = ExpectMarked(kCallData, "CANCEL $Program[['SUB']] $ProgramOut[[PGM]].");
   EXPECT_THAT(marked.Statements(), ElementsAre("STAT CANCEL"));
 }
 
 TEST(EntryVerb, IsAnEntryWithParametersOfItsOwn) {
-  const auto marked = ExpectMarked(kData,
+  const auto marked = ExpectMarked(kCallData,
                                    "ENTRY $Program[['ALT']] USING $ArgumentIn[[L1]] $ArgumentOut[[L2]].\n"
                                    "MOVE $SourceOut[[L1]] TO $TargetIn[[L2]].");
   EXPECT_EQ(marked.Statements()[0], "PORT ENTRY");
@@ -95,7 +96,7 @@ TEST(EntryVerb, IsAnEntryWithParametersOfItsOwn) {
 }
 
 TEST(InvokeVerb, CallsAMethod) {
-  const auto marked = ExpectMarked(kData,
+  const auto marked = ExpectMarked(kCallData,
                                    "INVOKE $OtherOut[[O]] $Program[['run']] USING BY VALUE $ArgumentOutByContent[[N]]\n"
                                    "    RETURNING $ReturningIn[[A]].\n"
                                    "INVOKE $Other[[SELF]] $ProgramOut[[PGM]].");
@@ -104,11 +105,11 @@ TEST(InvokeVerb, CallsAMethod) {
 }
 
 TEST(RaiseVerb, NamesItsException) {
-  ExpectMarked(kData, "RAISE EXCEPTION $Other[[EC-USER-FAULT]].");
+  ExpectMarked(kCallData, "RAISE EXCEPTION $Other[[EC-USER-FAULT]].");
 }
 
 TEST(ResumeVerb, GoesOnBehindTheStatement) {
-  ExpectMarked(kData, "RESUME AT NEXT STATEMENT.\nRESUME $Procedure[[MAIN]].");
+  ExpectMarked(kCallData, "RESUME AT NEXT STATEMENT.\nRESUME $Procedure[[MAIN]].");
 }
 
 }  // namespace

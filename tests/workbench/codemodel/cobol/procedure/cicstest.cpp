@@ -10,7 +10,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using workbench::codemodel::Entity;
 
-constexpr std::string_view kData = R"(       DATA DIVISION.
+constexpr std::string_view kCicsData = R"(       DATA DIVISION.
        WORKING-STORAGE SECTION.
        01  A PIC X(10).
        01  B PIC X(10).
@@ -30,7 +30,7 @@ constexpr std::string_view kData = R"(       DATA DIVISION.
 
 TEST(CicsFileCommands, BringRecordsInAndOut) {
   const auto marked =
-      ExpectMarked(kData,
+      ExpectMarked(kCicsData,
                    "EXEC CICS READ FILE($File[['MASTER']]) INTO($IntoIn[[A]]) RIDFLD($KeyOut[[KEY-1]])\n"
                    "     LENGTH($LengthInOut[[N]]) UPDATE RESP($StatusIn[[R]]) RESP2($StatusIn[[R]])\n"
                    "END-EXEC.\n"
@@ -49,7 +49,7 @@ TEST(CicsFileCommands, BringRecordsInAndOut) {
 }
 
 TEST(CicsFileCommands, ChangeTheKeyWhileBrowsing) {
-  ExpectMarked(kData,
+  ExpectMarked(kCicsData,
                "EXEC CICS STARTBR FILE($File[['M']]) RIDFLD($KeyOut[[KEY-1]]) GTEQ END-EXEC.\n"
                "EXEC CICS READNEXT FILE($File[['M']]) INTO($IntoIn[[A]]) RIDFLD($KeyInOut[[KEY-1]]) END-EXEC.\n"
                "EXEC CICS READPREV FILE($File[['M']]) INTO($IntoIn[[A]]) RIDFLD($KeyInOut[[KEY-1]]) END-EXEC.\n"
@@ -58,7 +58,7 @@ TEST(CicsFileCommands, ChangeTheKeyWhileBrowsing) {
 }
 
 TEST(CicsQueueCommands, BringItemsInAndOut) {
-  const auto marked = ExpectMarked(kData,
+  const auto marked = ExpectMarked(kCicsData,
                                    "EXEC CICS WRITEQ TS QUEUE($File[['Q1']]) FROM($FromOut[[A]]) ITEM($KeyInOut[[N]])\n"
                                    "END-EXEC.\n"
                                    "EXEC CICS READQ TS QUEUE($FileOut[[B]]) INTO($IntoIn[[A]]) ITEM($KeyOut[[N]])\n"
@@ -70,7 +70,7 @@ TEST(CicsQueueCommands, BringItemsInAndOut) {
 }
 
 TEST(CicsProgramCommands, AreCallsAndReturns) {
-  const auto marked = ExpectMarked(kData,
+  const auto marked = ExpectMarked(kCicsData,
                                    "EXEC CICS LINK PROGRAM($Program[['sub1']]) COMMAREA($ArgumentInOut[[A]])\n"
                                    "     LENGTH($Length[[10]]) END-EXEC.\n"
                                    "EXEC CICS LINK PROGRAM($ProgramOut[[B]]) END-EXEC.\n"
@@ -91,7 +91,7 @@ TEST(CicsProgramCommands, AreCallsAndReturns) {
 }
 
 TEST(CicsProgramCommands, LoadBringsAddressesIn) {
-  ExpectMarked(kData,
+  ExpectMarked(kCicsData,
                "EXEC CICS LOAD PROGRAM($Program[['TAB1']]) SET($IntoIn[[P]]) LENGTH($LengthIn[[R]]) END-EXEC.\n"
                "EXEC CICS RELEASE PROGRAM($Program[['TAB1']]) END-EXEC.\n"
                "EXEC CICS GETMAIN SET($IntoIn[[P]]) FLENGTH($LengthOut[[R]]) INITIMG($OtherOut[[A]]) END-EXEC.");
@@ -99,7 +99,7 @@ TEST(CicsProgramCommands, LoadBringsAddressesIn) {
 
 TEST(CicsHandleCommands, NameParagraphs) {
   const auto marked =
-      ExpectMarked(kData,
+      ExpectMarked(kCicsData,
                    "EXEC CICS HANDLE CONDITION NOTFND($Procedure[[MAIN]]) ERROR DUPREC($Procedure[[MAIN]])\n"
                    "END-EXEC.\n"
                    "EXEC CICS HANDLE AID CLEAR($Procedure[[MAIN]]) PF3 END-EXEC.\n"
@@ -115,19 +115,19 @@ TEST(CicsHandleCommands, NameParagraphs) {
 }
 
 TEST(CicsHandleCommands, TellOfAnUnknownParagraph) {
-  const MarkedStatements marked(kData, "EXEC CICS HANDLE CONDITION ERROR(NOWHERE) END-EXEC.");
+  const MarkedStatements marked(kCicsData, "EXEC CICS HANDLE CONDITION ERROR(NOWHERE) END-EXEC.");
   EXPECT_THAT(marked.Diagnostics(), ElementsAre("1:34 Paragraph NOWHERE is not in this program."));
 }
 
 TEST(CicsTimeCommands, BringTimesIn) {
-  ExpectMarked(kData,
+  ExpectMarked(kCicsData,
                "EXEC CICS ASKTIME ABSTIME($TargetIn[[R]]) END-EXEC.\n"
                "EXEC CICS FORMATTIME ABSTIME($SourceOut[[R]]) YYYYMMDD($TargetIn[[A]]) DATESEP($Other[['/']])\n"
                "     TIME($TargetIn[[B]]) TIMESEP RESP($StatusIn[[R]]) END-EXEC.");
 }
 
 TEST(CicsInquiries, BringAnswersIn) {
-  ExpectMarked(kData,
+  ExpectMarked(kCicsData,
                "EXEC CICS ASSIGN USERID($TargetIn[[A]]) ABCODE($TargetIn[[B]]) PROGRAM($TargetIn[[B]]) END-EXEC.\n"
                "EXEC CICS INQUIRE FILE($Other[['MASTER']]) OPENSTATUS($TargetIn[[R]]) RESP($StatusIn[[R]]) END-EXEC.\n"
                "EXEC CICS INQUIRE TRANSACTION($OtherOut[[A]]) STATUS($TargetIn[[R]]) END-EXEC.\n"
@@ -138,7 +138,7 @@ TEST(CicsInquiries, BringAnswersIn) {
 
 TEST(CicsMapCommands, TakeTheRecordsTheyAreGiven) {
   const auto marked =
-      ExpectMarked(kData,
+      ExpectMarked(kCicsData,
                    "EXEC CICS RECEIVE MAP($Other[['MAP1']]) MAPSET($Other[['SET1']]) INTO($IntoIn[[A]]) END-EXEC.\n"
                    "EXEC CICS SEND MAP($Other[['MAP1']]) MAPSET($Other[['SET1']]) FROM($FromOut[[A]]) ERASE\n"
                    "     CURSOR($OtherOut[[N]]) END-EXEC.");
@@ -147,7 +147,7 @@ TEST(CicsMapCommands, TakeTheRecordsTheyAreGiven) {
 }
 
 TEST(CicsMapCommands, MeanTheSymbolicMapWhenNoRecordIsGiven) {
-  const auto marked = ExpectMarked(kData,
+  const auto marked = ExpectMarked(kCicsData,
                                    "EXEC CICS RECEIVE MAP($Other[['MAP1']]) END-EXEC.\n"
                                    "EXEC CICS SEND MAP($Other[['map1']]) DATAONLY END-EXEC.\n"
                                    "EXEC CICS SEND MAP($Other[['MAP1']]) MAPONLY END-EXEC.\n"
@@ -158,7 +158,7 @@ TEST(CicsMapCommands, MeanTheSymbolicMapWhenNoRecordIsGiven) {
 
 TEST(CicsTerminalCommands, BringTextInAndOut) {
   const auto marked = ExpectMarked(
-      kData,
+      kCicsData,
       "EXEC CICS SEND TEXT FROM($FromOut[[A]]) LENGTH($LengthOut[[N]]) ERASE FREEKB END-EXEC.\n"
       "EXEC CICS RECEIVE INTO($IntoIn[[A]]) LENGTH($LengthInOut[[N]]) NOHANDLE END-EXEC.\n"
       "EXEC CICS CONVERSE FROM($FromOut[[A]]) FROMLENGTH($OtherOut[[N]]) INTO($IntoIn[[B]])\n"
@@ -173,14 +173,14 @@ TEST(CicsTerminalCommands, BringTextInAndOut) {
 
 TEST(CicsContainerCommands, BringDataInAndOut) {
   ExpectMarked(
-      kData,
+      kCicsData,
       "EXEC CICS PUT CONTAINER($File[['C1']]) CHANNEL($Other[['CH']]) FROM($FromOut[[A]]) FLENGTH($LengthOut[[R]])\n"
       "END-EXEC.\n"
       "EXEC CICS GET CONTAINER($FileOut[[B]]) INTO($IntoIn[[A]]) FLENGTH($LengthInOut[[R]]) END-EXEC.");
 }
 
 TEST(CicsCommands, TakeExpressionsAndFunctionsAsValues) {
-  ExpectMarked(kData,
+  ExpectMarked(kCicsData,
                "EXEC CICS ABEND ABCODE($Other[['PBI9']]) NODUMP END-EXEC.\n"
                "EXEC CICS DELAY INTERVAL($OtherOut[[N]] + $Other[[1]]) END-EXEC.\n"
                "EXEC CICS ENQ RESOURCE($OtherOut[[FLD1I OF $Qualifier[[MAP1I]]]]) END-EXEC.\n"
@@ -189,18 +189,18 @@ TEST(CicsCommands, TakeExpressionsAndFunctionsAsValues) {
 }
 
 TEST(CicsCommands, CountAndDump) {
-  ExpectMarked(kData,
+  ExpectMarked(kCicsData,
                "EXEC CICS GET COUNTER($OtherOut[[A]]) VALUE($TargetIn[[R]]) INCREMENT($OtherOut[[N]]) END-EXEC.\n"
                "EXEC CICS DUMP TRANSACTION DUMPCODE($Other[['D1']]) DUMPID($TargetIn[[A]]) END-EXEC.");
 }
 
 TEST(CicsCommands, TellOfUnknownVariables) {
-  const MarkedStatements marked(kData, "EXEC CICS READ FILE('M') INTO(NIL) END-EXEC.");
+  const MarkedStatements marked(kCicsData, "EXEC CICS READ FILE('M') INTO(NIL) END-EXEC.");
   EXPECT_THAT(marked.Diagnostics(), ElementsAre("1:31 NIL is not declared."));
 }
 
 TEST(CicsValues, AreConstantsOfConditions) {
-  const auto marked = ExpectMarked(kData,
+  const auto marked = ExpectMarked(kCicsData,
                                    "IF $SourceOut[[R]] = $Source[[DFHRESP(NORMAL)]] CONTINUE END-IF.\n"
                                    "MOVE $Source[[DFHVALUE(ACTIVE)]] TO $TargetIn[[R]].");
   EXPECT_EQ(marked.Text(marked.Nodes(Entity::Const)[0].name), "DFHRESP(NORMAL)");

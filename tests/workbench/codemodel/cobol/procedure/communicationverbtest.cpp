@@ -8,7 +8,7 @@ namespace {
 
 using testing::ElementsAre;
 
-constexpr std::string_view kData = R"(       ENVIRONMENT DIVISION.
+constexpr std::string_view kCommunicationData = R"(       ENVIRONMENT DIVISION.
        INPUT-OUTPUT SECTION.
        FILE-CONTROL.
            SELECT F ASSIGN TO 'F'.
@@ -28,7 +28,7 @@ constexpr std::string_view kData = R"(       ENVIRONMENT DIVISION.
 )";
 
 TEST(CommunicationVerbs, SendAMessage) {
-  const auto marked = ExpectMarked(kData,
+  const auto marked = ExpectMarked(kCommunicationData,
                                    "SEND $File[[Q]] FROM $FromOut[[A]] WITH EMI.\n"
                                    "SEND $File[[Q]] FROM $FromOut[[A]] WITH $OtherOut[[N]] AFTER ADVANCING\n"
                                    "    $OtherOut[[N]] LINES REPLACING LINE.\n"
@@ -37,13 +37,13 @@ TEST(CommunicationVerbs, SendAMessage) {
 }
 
 TEST(CommunicationVerbs, ReceiveAMessage) {
-  const auto marked =
-      ExpectMarked(kData, "RECEIVE $File[[Q]] MESSAGE INTO $IntoIn[[A]] NO DATA CONTINUE WITH DATA CONTINUE.");
+  const auto marked = ExpectMarked(kCommunicationData,
+                                   "RECEIVE $File[[Q]] MESSAGE INTO $IntoIn[[A]] NO DATA CONTINUE WITH DATA CONTINUE.");
   EXPECT_THAT(marked.Statements(), ElementsAre("IOSTAT RECEIVE", "IF If no data", "STAT CONTINUE", "STAT CONTINUE"));
 }
 
 TEST(CommunicationVerbs, EnableAndDisableQueues) {
-  ExpectMarked(kData,
+  ExpectMarked(kCommunicationData,
                "ENABLE INPUT TERMINAL $File[[Q]] WITH KEY $KeyOut[[A]].\n"
                "DISABLE OUTPUT $File[[Q]] KEY $Key[['X']].\n"
                "ENABLE INPUT $File[[Q]].\n"
@@ -51,11 +51,11 @@ TEST(CommunicationVerbs, EnableAndDisableQueues) {
 }
 
 TEST(CommunicationVerbs, CountMessages) {
-  ExpectMarked(kData, "ACCEPT $File[[Q]] MESSAGE COUNT.");
+  ExpectMarked(kCommunicationData, "ACCEPT $File[[Q]] MESSAGE COUNT.");
 }
 
 TEST(ReportVerbs, NameReportsAndReadDetails) {
-  const auto marked = ExpectMarked(kData,
+  const auto marked = ExpectMarked(kCommunicationData,
                                    "INITIATE $File[[RPT]].\n"
                                    "GENERATE $SourceOut[[DET]].\n"
                                    "GENERATE $File[[RPT]].\n"

@@ -11,7 +11,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr std::string_view kData = R"(01  A PIC 9(4).
+constexpr std::string_view kConditionData = R"(01  A PIC 9(4).
 01  B PIC 9(4).
 01  c pic 9(4).
 01  D PIC X(10).
@@ -29,12 +29,12 @@ class ConditionText : public testing::TestWithParam<ConditionCase> {};
 
 TEST_P(ConditionText, IsNormalised) {
   const auto model =
-      CobolModel::Of(kData, "MAIN-PARA.\n    IF " + std::string(GetParam().written) + "\n        CONTINUE.\n");
+      CobolModel::Of(kConditionData, "MAIN-PARA.\n    IF " + std::string(GetParam().written) + "\n        CONTINUE.\n");
   EXPECT_THAT(model.Conditions(), ElementsAre(GetParam().text));
   EXPECT_THAT(model.Diagnostics(), IsEmpty());
 }
 
-constexpr ConditionCase kCases[] = {
+constexpr ConditionCase kConditions[] = {
     {"Equal", "A = B", "A = B"},
     {"EqualInWords", "A IS EQUAL TO B", "A = B"},
     {"EqualWithoutTo", "A EQUAL B", "A = B"},
@@ -88,11 +88,11 @@ constexpr ConditionCase kCases[] = {
     {"OverRows", "A = 1\n       OR\n       B = 2", "A = 1 OR B = 2"},
 };
 
-INSTANTIATE_TEST_SUITE_P(Of, ConditionText, testing::ValuesIn(kCases),
+INSTANTIATE_TEST_SUITE_P(Of, ConditionText, testing::ValuesIn(kConditions),
                          [](const auto& each) { return std::string(each.param.name); });
 
 TEST(Conditions, OperandsAreRead) {
-  const auto model = CobolModel::Of(kData, R"(MAIN-PARA.
+  const auto model = CobolModel::Of(kConditionData, R"(MAIN-PARA.
     IF $a[[A]] > $one[[1]] AND $flag[[D-IS-SET]] OR $e[[E ($i[[I]])]] = $length[[LENGTH OF D]]
         CONTINUE.
 )");
@@ -135,14 +135,14 @@ struct FaultCase {
 class ConditionFault : public testing::TestWithParam<FaultCase> {};
 
 TEST_P(ConditionFault, CostsTheConditionOnly) {
-  const auto model = CobolModel::Of(
-      kData, "MAIN-PARA.\n    IF " + std::string(GetParam().written) + "\n        MOVE A TO B.\n    MOVE B TO A.\n");
+  const auto model = CobolModel::Of(kConditionData, "MAIN-PARA.\n    IF " + std::string(GetParam().written) +
+                                                        "\n        MOVE A TO B.\n    MOVE B TO A.\n");
   EXPECT_THAT(model.Diagnostics(), ElementsAre(GetParam().diagnostic));
   EXPECT_THAT(model.Statements(), ElementsAre("15 IF", "16 MOVE", "17 MOVE"));
   EXPECT_NE(model.Node(model.Find(workbench::codemodel::Entity::If, "IF")).flags & workbench::codemodel::kGap, 0);
 }
 
-constexpr FaultCase kFaults[] = {
+constexpr FaultCase kConditionFaults[] = {
     {"Missing", "", "gap 16:16 A condition is missing."},
     {"OperandMissing", "A =", "gap 16:16 An operand is missing in the condition."},
     {"ParenthesisMissing", "(A = 1 AND B = 2", "gap 16:16 A closing parenthesis is missing."},
@@ -151,7 +151,7 @@ constexpr FaultCase kFaults[] = {
     {"NameUnknown", "A = WRONG", "gap 15:19 WRONG is not declared."},
 };
 
-INSTANTIATE_TEST_SUITE_P(Of, ConditionFault, testing::ValuesIn(kFaults),
+INSTANTIATE_TEST_SUITE_P(Of, ConditionFault, testing::ValuesIn(kConditionFaults),
                          [](const auto& each) { return std::string(each.param.name); });
 
 }  // namespace

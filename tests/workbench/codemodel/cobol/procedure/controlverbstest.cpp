@@ -10,16 +10,16 @@ namespace {
 
 using testing::IsEmpty;
 
-constexpr std::string_view kData = "01  A PIC 9(4).\n01  B PIC 9(4).\n";
+constexpr std::string_view kTwoNumbers = "01  A PIC 9(4).\n01  B PIC 9(4).\n";
 
-CobolModel Whole(std::string_view procedures) {
-  auto model = CobolModel::Of(kData, procedures);
+CobolModel Controlled(std::string_view procedures) {
+  auto model = CobolModel::Of(kTwoNumbers, procedures);
   EXPECT_THAT(model.Diagnostics(), IsEmpty());
   return model;
 }
 
 TEST(IfStatement, HasItsConditionAndItsBranches) {
-  EXPECT_EQ(Whole(R"(MAIN-PARA.
+  EXPECT_EQ(Controlled(R"(MAIN-PARA.
     IF A = 1 THEN
         CONTINUE
     ELSE
@@ -44,7 +44,7 @@ PAR MAIN-PARA
 }
 
 TEST(IfStatement, AnElseBelongsToTheInnermostIf) {
-  EXPECT_EQ(Whole(R"(MAIN-PARA.
+  EXPECT_EQ(Controlled(R"(MAIN-PARA.
     IF A = 1
         IF B = 1
             CONTINUE
@@ -73,7 +73,7 @@ PAR MAIN-PARA
 }
 
 TEST(IfStatement, APhraseOfAStatementInABranchIsNotOfTheIf) {
-  EXPECT_EQ(Whole(R"(MAIN-PARA.
+  EXPECT_EQ(Controlled(R"(MAIN-PARA.
     IF A = 1
         ADD 1 TO B ON SIZE ERROR MOVE 0 TO B
             NOT ON SIZE ERROR CONTINUE
@@ -102,14 +102,14 @@ PAR MAIN-PARA
 }
 
 TEST(GoTo, LeadsToAParagraph) {
-  const auto model = Whole("MAIN-PARA.\n    GO TO $to[[Next-Para]].\nNEXT-PARA.\n    GO MAIN-PARA.\n");
+  const auto model = Controlled("MAIN-PARA.\n    GO TO $to[[Next-Para]].\nNEXT-PARA.\n    GO MAIN-PARA.\n");
   EXPECT_EQ(model.At("to"), "REF NEXT-PARA 10");
   const auto node = model.Find(workbench::codemodel::Entity::Goto, "GO TO");
   EXPECT_EQ(model.Node(model.Node(node).declaration).firstRow, 10U);
 }
 
 TEST(GoTo, DependingOnHasAllItsParagraphsAndReadsTheVariable) {
-  const auto model = Whole(
+  const auto model = Controlled(
       "MAIN-PARA.\n    GO TO $one[[MAIN-PARA]] $two[[NEXT-PARA]] DEPENDING ON $on[[A]].\nNEXT-PARA.\n    GOBACK.\n");
   EXPECT_EQ(model.At("one"), "REF MAIN-PARA 8");
   EXPECT_EQ(model.At("two"), "REF NEXT-PARA 10");
@@ -117,7 +117,7 @@ TEST(GoTo, DependingOnHasAllItsParagraphsAndReadsTheVariable) {
 }
 
 TEST(GoTo, WithoutANameIsGivenOneByAlter) {
-  const auto model = Whole(R"(MAIN-PARA.
+  const auto model = Controlled(R"(MAIN-PARA.
     ALTER $what[[JUMP-PARA]] TO PROCEED TO $where[[MAIN-PARA]]
         JUMP-PARA TO JUMP-PARA.
 JUMP-PARA.
@@ -128,7 +128,7 @@ JUMP-PARA.
 }
 
 TEST(ExitStatement, HasItsForms) {
-  EXPECT_EQ(Whole(R"(MAIN-PARA SECTION.
+  EXPECT_EQ(Controlled(R"(MAIN-PARA SECTION.
 FIRST-PARA.
     PERFORM UNTIL A = 1
         IF B = 1 EXIT PERFORM END-IF
@@ -163,13 +163,14 @@ SECTION MAIN-PARA
 }
 
 TEST(StopStatement, OfARunIsAnExitAndWithALiteralIsNone) {
-  const auto model = Whole("MAIN-PARA.\n    STOP 'WAIT'.\n    STOP RUN RETURNING $code[[A]].\n");
+  const auto model = Controlled("MAIN-PARA.\n    STOP 'WAIT'.\n    STOP RUN RETURNING $code[[A]].\n");
   EXPECT_EQ(model.At("code"), "VAR A OUT Returning 5");
   EXPECT_EQ(model.Outline(), "PORT ENTRY\nPAR MAIN-PARA\n  STAT STOP\n  PORT STOP RUN\n");
 }
 
 TEST(StopStatement, CanGiveACode) {
-  Whole("MAIN-PARA.\n    IF A = 1 STOP RUN 8.\n    IF A = 2 STOP RUN WITH ERROR STATUS 8.\n    GOBACK GIVING A.\n");
+  Controlled(
+      "MAIN-PARA.\n    IF A = 1 STOP RUN 8.\n    IF A = 2 STOP RUN WITH ERROR STATUS 8.\n    GOBACK GIVING A.\n");
 }
 
 }  // namespace

@@ -10,7 +10,7 @@ namespace {
 
 using testing::IsEmpty;
 
-constexpr std::string_view kHead = R"(
+constexpr std::string_view kFilesAndData = R"(
        IDENTIFICATION DIVISION.
        PROGRAM-ID. PROBE.
        ENVIRONMENT DIVISION.
@@ -30,7 +30,7 @@ constexpr std::string_view kHead = R"(
 )";
 
 TEST(Declaratives, HaveSectionsOfTheirOwn) {
-  const CobolModel model(std::string(kHead) + R"(       DECLARATIVES.
+  const CobolModel model(std::string(kFilesAndData) + R"(       DECLARATIVES.
        FIRST-SECTION SECTION.
            USE GLOBAL AFTER STANDARD ERROR PROCEDURE ON $f[[F]] $g[[G]].
        FIRST-PARA.
@@ -61,7 +61,7 @@ SECTION MAIN-SECTION
 }
 
 TEST(Declaratives, DebugProceduresAndFilesAndData) {
-  const CobolModel model(std::string(kHead) + R"(       DECLARATIVES.
+  const CobolModel model(std::string(kFilesAndData) + R"(       DECLARATIVES.
        FIRST-SECTION SECTION.
            USE FOR DEBUGGING ON $para[[MAIN-PARA]] ALL REFERENCES OF $data[[A]] $file[[F]].
        SECOND-SECTION SECTION.
@@ -78,7 +78,7 @@ TEST(Declaratives, DebugProceduresAndFilesAndData) {
 }
 
 TEST(Declaratives, AreNoWayToTheEndOfTheText) {
-  const CobolModel model(std::string(kHead) + R"(       DECLARATIVES.
+  const CobolModel model(std::string(kFilesAndData) + R"(       DECLARATIVES.
        FIRST-SECTION SECTION.
            USE AFTER ERROR PROCEDURE ON F.
        FIRST-PARA.
@@ -90,6 +90,21 @@ TEST(Declaratives, AreNoWayToTheEndOfTheText) {
 )");
   EXPECT_THAT(model.Diagnostics(), IsEmpty());
   EXPECT_THAT(model.Outline(), testing::EndsWith("  PAR MAIN-PARA\n    STAT CONTINUE\nPORT GOBACK implicit\n"));
+}
+
+TEST(Declaratives, NameTheModesThatTheyAreFor) {
+  const CobolModel model(std::string(kFilesAndData) + R"(       DECLARATIVES.
+       FIRST-SECTION SECTION.
+           USE AFTER ERROR PROCEDURE ON $in[[INPUT]] $out[[OUTPUT]] $extend[[EXTEND]] $both[[I-O]].
+       END DECLARATIVES.
+       MAIN-PARA.
+           STOP RUN.
+)");
+  EXPECT_THAT(model.Diagnostics(), IsEmpty());
+  EXPECT_EQ(model.At("in"), "REF INPUT Input");
+  EXPECT_EQ(model.At("out"), "REF OUTPUT Output");
+  EXPECT_EQ(model.At("extend"), "REF EXTEND Output");
+  EXPECT_EQ(model.At("both"), "REF I-O Both");
 }
 
 }  // namespace

@@ -10,7 +10,7 @@ namespace {
 
 using testing::ElementsAre;
 
-constexpr std::string_view kData = R"(       DATA DIVISION.
+constexpr std::string_view kEmbeddedData = R"(       DATA DIVISION.
        WORKING-STORAGE SECTION.
        01  A PIC X(10).
        01  N PIC S9(04) COMP.
@@ -18,7 +18,7 @@ constexpr std::string_view kData = R"(       DATA DIVISION.
 
 TEST(DliCommands, NameSegmentsAndBringThemIn) {
   const auto marked =
-      ExpectMarked(kData,
+      ExpectMarked(kEmbeddedData,
                    "EXEC DLI GU USING PCB($Other[[1]]) SEGMENT($File[[SKILL]]) INTO($IntoIn[[A]])\n"
                    "     SEGLENGTH($LengthOut[[N]]) WHERE(SKILCODE=$KeyOut[[A]] AND LEVEL>=$Key[[2]]) END-EXEC.\n"
                    "EXEC DLI ISRT USING PCB($OtherOut[[N]]) SEGMENT(($FileOut[[A]])) FROM($FromOut[[A]]) END-EXEC.\n"
@@ -29,19 +29,19 @@ TEST(DliCommands, NameSegmentsAndBringThemIn) {
 }
 
 TEST(EmbeddedCode, OfAnUnknownLanguageIsAGap) {
-  const MarkedStatements marked(kData, "EXEC HTML P OF A END-EXEC MOVE 1 TO N.");
+  const MarkedStatements marked(kEmbeddedData, "EXEC HTML P OF A END-EXEC MOVE 1 TO N.");
   EXPECT_THAT(marked.Diagnostics(), ElementsAre("1:1 HTML is not understood behind EXEC."));
   EXPECT_THAT(marked.Statements(), ElementsAre("STAT EXEC HTML", "STAT MOVE"));
 }
 
 TEST(EmbeddedCode, WithoutItsEndIsLeftAtTheFullStop) {
-  const MarkedStatements marked(kData, "EXEC CICS SYNCPOINT.\nMOVE 1 TO N.");
+  const MarkedStatements marked(kEmbeddedData, "EXEC CICS SYNCPOINT.\nMOVE 1 TO N.");
   EXPECT_THAT(marked.Diagnostics(), ElementsAre("1:1 END-EXEC is missing."));
   EXPECT_THAT(marked.Statements(), ElementsAre("STAT EXEC CICS SYNCPOINT", "STAT MOVE"));
 }
 
 TEST(EmbeddedCode, WithoutItsEndIsLeftAtTheNextStatement) {
-  const MarkedStatements marked(kData,
+  const MarkedStatements marked(kEmbeddedData,
                                 "EXEC CICS READ FILE('M')\n"
                                 "     INTO(A)\n"
                                 "MOVE 1 TO N\n"
@@ -55,16 +55,16 @@ TEST(EmbeddedCode, WithoutItsEndIsLeftAtTheNextStatement) {
 
 TEST(EmbeddedCode, CanNestParenthesesWithoutEnd) {
   const std::string open(10'000, '('), close(10'000, ')');
-  const MarkedStatements marked(kData, "EXEC SQL SET :A = " + open + "1" + close + " END-EXEC.\n" +
-                                           "EXEC CICS DELAY INTERVAL(" + open + "N" + close + ") END-EXEC.\n" +
-                                           "EXEC SQL SELECT X FROM " + open + " END-EXEC.\n" + "MOVE 1 TO N.");
+  const MarkedStatements marked(kEmbeddedData, "EXEC SQL SET :A = " + open + "1" + close + " END-EXEC.\n" +
+                                                   "EXEC CICS DELAY INTERVAL(" + open + "N" + close + ") END-EXEC.\n" +
+                                                   "EXEC SQL SELECT X FROM " + open + " END-EXEC.\n" + "MOVE 1 TO N.");
   EXPECT_THAT(marked.Diagnostics(), ElementsAre());
   EXPECT_THAT(marked.Statements(),
               ElementsAre("STAT EXEC SQL SET", "STAT EXEC CICS DELAY", "IOSTAT EXEC SQL SELECT", "STAT MOVE"));
 }
 
 TEST(EmbeddedCode, StandsAmongTheStatementsOfABranch) {
-  const auto marked = ExpectMarked(kData,
+  const auto marked = ExpectMarked(kEmbeddedData,
                                    "IF $SourceOut[[N]] = $Source[[1]]\n"
                                    "   EXEC SQL ROLLBACK END-EXEC\n"
                                    "ELSE\n"

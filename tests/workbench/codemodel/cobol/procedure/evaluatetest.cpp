@@ -11,7 +11,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr std::string_view kData = R"(01  KIND PIC X.
+constexpr std::string_view kEvaluateData = R"(01  KIND PIC X.
 01  A PIC 9(4).
 01  B PIC 9(4).
 01  C PIC X.
@@ -25,14 +25,14 @@ struct WhenCase {
 class WhenText : public testing::TestWithParam<WhenCase> {};
 
 TEST_P(WhenText, TellsTheConditionInFull) {
-  const auto model =
-      CobolModel::Of(kData, "MAIN-PARA.\n    EVALUATE " + std::string(GetParam().subjects) + "\n        WHEN " +
-                                std::string(GetParam().objects) + "\n            CONTINUE\n    END-EVALUATE.\n");
+  const auto model = CobolModel::Of(kEvaluateData, "MAIN-PARA.\n    EVALUATE " + std::string(GetParam().subjects) +
+                                                       "\n        WHEN " + std::string(GetParam().objects) +
+                                                       "\n            CONTINUE\n    END-EVALUATE.\n");
   EXPECT_THAT(model.Conditions(), ElementsAre(GetParam().text));
   EXPECT_THAT(model.Diagnostics(), IsEmpty());
 }
 
-constexpr WhenCase kCases[] = {
+constexpr WhenCase kWhenCases[] = {
     {"Value", "KIND", "'A'", "KIND = 'A'"},
     {"NotValue", "KIND", "NOT 'A'", "KIND NOT = 'A'"},
     {"Range", "A", "1 THRU 5", "A >= 1 AND A <= 5"},
@@ -57,11 +57,11 @@ constexpr WhenCase kCases[] = {
     {"Literal", "5", "A", "5 = A"},
 };
 
-INSTANTIATE_TEST_SUITE_P(Of, WhenText, testing::ValuesIn(kCases),
+INSTANTIATE_TEST_SUITE_P(Of, WhenText, testing::ValuesIn(kWhenCases),
                          [](const auto& each) { return std::string(each.param.name); });
 
 TEST(Evaluate, HasAConditionAndABlockForEachGroup) {
-  const auto model = CobolModel::Of(kData, R"(MAIN-PARA.
+  const auto model = CobolModel::Of(kEvaluateData, R"(MAIN-PARA.
     EVALUATE KIND ALSO TRUE
         WHEN 'A' ALSO B = 1
         WHEN 'B' ALSO ANY
@@ -92,7 +92,7 @@ PAR MAIN-PARA
 }
 
 TEST(Evaluate, NestsAndEndsWithTheSentence) {
-  const auto model = CobolModel::Of(kData, R"(MAIN-PARA.
+  const auto model = CobolModel::Of(kEvaluateData, R"(MAIN-PARA.
     EVALUATE TRUE
         WHEN A = 1
             EVALUATE B
@@ -123,7 +123,7 @@ PAR MAIN-PARA
 }
 
 TEST(Evaluate, MoreObjectsThanSubjectsAreAGap) {
-  const auto model = CobolModel::Of(kData, R"(MAIN-PARA.
+  const auto model = CobolModel::Of(kEvaluateData, R"(MAIN-PARA.
     EVALUATE A
         WHEN 1 ALSO B = 2
             CONTINUE

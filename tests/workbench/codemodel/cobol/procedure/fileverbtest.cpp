@@ -9,7 +9,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr std::string_view kData = R"(       ENVIRONMENT DIVISION.
+constexpr std::string_view kFileData = R"(       ENVIRONMENT DIVISION.
        CONFIGURATION SECTION.
        SPECIAL-NAMES.
            C01 IS TOP-OF-FORM.
@@ -35,7 +35,7 @@ constexpr std::string_view kData = R"(       ENVIRONMENT DIVISION.
 )";
 
 TEST(OpenVerb, TellsHowItsFilesAreUsed) {
-  const auto marked = ExpectMarked(kData,
+  const auto marked = ExpectMarked(kFileData,
                                    "OPEN INPUT $Input[[F]] $Input[[G]] OUTPUT $Output[[H]].\n"
                                    "OPEN I-O $Both[[F]] EXTEND $Output[[G]].\n"
                                    "OPEN INPUT $Input[[G]] REVERSED $Input[[H]] WITH NO REWIND.\n"
@@ -45,15 +45,16 @@ TEST(OpenVerb, TellsHowItsFilesAreUsed) {
 }
 
 TEST(OpenVerb, TellsWhatItLacks) {
-  EXPECT_THAT(MarkedStatements(kData, "OPEN F.").Diagnostics(),
+  EXPECT_THAT(MarkedStatements(kFileData, "OPEN F.").Diagnostics(),
               ElementsAre("1:6 OPEN lacks INPUT, OUTPUT, I-O or EXTEND."));
-  EXPECT_THAT(MarkedStatements(kData, "OPEN INPUT.").Diagnostics(), ElementsAre("1:11 OPEN lacks the name of a file."));
-  EXPECT_THAT(MarkedStatements(kData, "OPEN INPUT A.").Diagnostics(),
+  EXPECT_THAT(MarkedStatements(kFileData, "OPEN INPUT.").Diagnostics(),
+              ElementsAre("1:11 OPEN lacks the name of a file."));
+  EXPECT_THAT(MarkedStatements(kFileData, "OPEN INPUT A.").Diagnostics(),
               ElementsAre("1:12 A is not a file of this program."));
 }
 
 TEST(CloseVerb, NamesItsFiles) {
-  const auto marked = ExpectMarked(kData,
+  const auto marked = ExpectMarked(kFileData,
                                    "CLOSE $File[[F]] $File[[G]] WITH LOCK.\n"
                                    "CLOSE $File[[G]] REEL FOR REMOVAL $File[[H]] UNIT WITH NO REWIND.\n"
                                    "CLOSE $File[[G]] NO REWIND.");
@@ -61,13 +62,13 @@ TEST(CloseVerb, NamesItsFiles) {
 }
 
 TEST(ReadVerb, BringsDataIntoTheRecord) {
-  const auto marked = ExpectMarked(kData, "READ $File[[F]].");
+  const auto marked = ExpectMarked(kFileData, "READ $File[[F]].");
   EXPECT_THAT(marked.Statements(), ElementsAre("IOSTAT READ"));
   EXPECT_THAT(marked.Implicit(), ElementsAre("Record REC IN"));
 }
 
 TEST(ReadVerb, MovesTheRecordInto) {
-  const auto marked = ExpectMarked(kData,
+  const auto marked = ExpectMarked(kFileData,
                                    "READ $File[[G]] NEXT RECORD INTO $IntoIn[[A]] AT END MOVE $Source[[1]] TO\n"
                                    "    $TargetIn[[N]] NOT AT END DISPLAY $SourceOut[[A]] END-READ.");
   EXPECT_THAT(marked.Statements(), ElementsAre("IOSTAT READ", "IF If at end", "STAT MOVE", "IOSTAT DISPLAY"));
@@ -75,14 +76,14 @@ TEST(ReadVerb, MovesTheRecordInto) {
 }
 
 TEST(ReadVerb, ReadsItsKey) {
-  const auto marked = ExpectMarked(kData,
+  const auto marked = ExpectMarked(kFileData,
                                    "READ $File[[F]] RECORD INTO $IntoIn[[A]] WITH NO LOCK KEY IS $KeyOut[[K]]\n"
                                    "    INVALID KEY MOVE $Source[[1]] TO $TargetIn[[N]].");
   EXPECT_THAT(marked.Statements(), ElementsAre("IOSTAT READ", "IF If invalid key", "STAT MOVE"));
 }
 
 TEST(ReadVerb, TakesTheWordsAboutLocks) {
-  ExpectMarked(kData,
+  ExpectMarked(kFileData,
                "READ $File[[F]] PREVIOUS WITH KEPT LOCK.\n"
                "READ $File[[F]] IGNORE LOCK.\n"
                "READ $File[[F]] WITH WAIT.\n"
@@ -91,23 +92,23 @@ TEST(ReadVerb, TakesTheWordsAboutLocks) {
 }
 
 TEST(ReadVerb, TellsOfAFileThatIsNone) {
-  const MarkedStatements marked(kData, "READ AT END MOVE 1 TO N.");
+  const MarkedStatements marked(kFileData, "READ AT END MOVE 1 TO N.");
   EXPECT_THAT(marked.Diagnostics(), ElementsAre("1:6 READ lacks the name of a file."));
   EXPECT_THAT(marked.Statements(), ElementsAre("IOSTAT READ", "IF If at end", "STAT MOVE"));
 }
 
 TEST(WriteVerb, ReadsItsRecordAndLeadsToItsFile) {
-  const auto marked = ExpectMarked(kData, "WRITE $RecordOut[[REC]].");
+  const auto marked = ExpectMarked(kFileData, "WRITE $RecordOut[[REC]].");
   EXPECT_THAT(marked.Statements(), ElementsAre("IOSTAT WRITE"));
   EXPECT_THAT(marked.Implicit(), ElementsAre("File F "));
 }
 
 TEST(WriteVerb, ChangesItsRecordFirstWithFrom) {
-  ExpectMarked(kData, "WRITE $RecordInOut[[GREC]] FROM $FromOut[[A]].");
+  ExpectMarked(kFileData, "WRITE $RecordInOut[[GREC]] FROM $FromOut[[A]].");
 }
 
 TEST(WriteVerb, Advances) {
-  const auto marked = ExpectMarked(kData,
+  const auto marked = ExpectMarked(kFileData,
                                    "WRITE $RecordOut[[GREC]] AFTER ADVANCING $OtherOut[[N]] LINES.\n"
                                    "WRITE $RecordOut[[GREC]] BEFORE $Other[[2]].\n"
                                    "WRITE $RecordOut[[GREC]] AFTER PAGE.\n"
@@ -118,23 +119,23 @@ TEST(WriteVerb, Advances) {
 }
 
 TEST(WriteVerb, WritesAFileFromAnItem) {
-  ExpectMarked(kData, "WRITE FILE $File[[G]] FROM $FromOut[[A]].");
+  ExpectMarked(kFileData, "WRITE FILE $File[[G]] FROM $FromOut[[A]].");
 }
 
 TEST(RewriteVerb, ReadsItsRecord) {
-  ExpectMarked(kData,
+  ExpectMarked(kFileData,
                "REWRITE $RecordOut[[REC]] INVALID KEY CONTINUE END-REWRITE.\n"
                "REWRITE $RecordInOut[[REC]] RECORD FROM $FromOut[[A]] WITH LOCK.");
 }
 
 TEST(DeleteVerb, NamesItsFile) {
-  const auto marked = ExpectMarked(kData, "DELETE $File[[F]] RECORD NOT INVALID KEY CONTINUE END-DELETE.");
+  const auto marked = ExpectMarked(kFileData, "DELETE $File[[F]] RECORD NOT INVALID KEY CONTINUE END-DELETE.");
   EXPECT_THAT(marked.Statements(), ElementsAre("IOSTAT DELETE", "IF If invalid key", "STAT CONTINUE"));
-  ExpectMarked(kData, "DELETE FILE $File[[G]] $File[[H]].");
+  ExpectMarked(kFileData, "DELETE FILE $File[[G]] $File[[H]].");
 }
 
 TEST(StartVerb, ReadsItsKeyInAllSpellingsOfTheRelation) {
-  ExpectMarked(kData,
+  ExpectMarked(kFileData,
                "START $File[[F]].\n"
                "START $File[[F]] KEY IS EQUAL TO $KeyOut[[K]].\n"
                "START $File[[F]] KEY = $KeyOut[[K]].\n"
@@ -148,16 +149,16 @@ TEST(StartVerb, ReadsItsKeyInAllSpellingsOfTheRelation) {
 }
 
 TEST(StartVerb, TellsWhatItLacks) {
-  EXPECT_THAT(MarkedStatements(kData, "START F KEY K.").Diagnostics(), ElementsAre("1:13 KEY lacks its relation."));
-  EXPECT_THAT(MarkedStatements(kData, "START F KEY > .").Diagnostics(), ElementsAre("1:15 KEY lacks its operand."));
+  EXPECT_THAT(MarkedStatements(kFileData, "START F KEY K.").Diagnostics(), ElementsAre("1:13 KEY lacks its relation."));
+  EXPECT_THAT(MarkedStatements(kFileData, "START F KEY > .").Diagnostics(), ElementsAre("1:15 KEY lacks its operand."));
 }
 
 TEST(UnlockVerb, NamesItsFile) {
-  ExpectMarked(kData, "UNLOCK $File[[F]] RECORDS.\nUNLOCK $File[[F]].");
+  ExpectMarked(kFileData, "UNLOCK $File[[F]] RECORDS.\nUNLOCK $File[[F]].");
 }
 
 TEST(CommitVerb, HasNoOperands) {
-  const auto marked = ExpectMarked(kData, "COMMIT ROLLBACK.");
+  const auto marked = ExpectMarked(kFileData, "COMMIT ROLLBACK.");
   EXPECT_THAT(marked.Statements(), ElementsAre("STAT COMMIT", "STAT ROLLBACK"));
 }
 

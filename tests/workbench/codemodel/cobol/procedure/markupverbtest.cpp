@@ -8,7 +8,7 @@ namespace {
 
 using testing::ElementsAre;
 
-constexpr std::string_view kData = R"(       DATA DIVISION.
+constexpr std::string_view kMarkupData = R"(       DATA DIVISION.
        WORKING-STORAGE SECTION.
        01  DOC PIC X(1000).
        01  N PIC 9(04).
@@ -21,7 +21,7 @@ constexpr std::string_view kData = R"(       DATA DIVISION.
 )";
 
 TEST(XmlGenerateVerb, WritesTheDocument) {
-  const auto marked = ExpectMarked(kData,
+  const auto marked = ExpectMarked(kMarkupData,
                                    "XML GENERATE $TargetIn[[DOC]] FROM $SourceOut[[G]] COUNT IN $CountIn[[N]]\n"
                                    "    WITH ENCODING $Other[[1208]] WITH XML-DECLARATION WITH ATTRIBUTES\n"
                                    "    NAMESPACE IS $Other[['urn:x']] NAMESPACE-PREFIX $OtherOut[[A]]\n"
@@ -33,7 +33,7 @@ TEST(XmlGenerateVerb, WritesTheDocument) {
 }
 
 TEST(XmlParseVerb, NamesItsProcedure) {
-  const auto marked = ExpectMarked(kData,
+  const auto marked = ExpectMarked(kMarkupData,
                                    "XML PARSE $SourceOut[[DOC]] WITH ENCODING $OtherOut[[N]] RETURNING NATIONAL\n"
                                    "    VALIDATING WITH $OtherOut[[A]]\n"
                                    "    PROCESSING PROCEDURE IS $Procedure[[MAIN]] THRU $Thru[[MAIN]]\n"
@@ -42,7 +42,7 @@ TEST(XmlParseVerb, NamesItsProcedure) {
 }
 
 TEST(JsonGenerateVerb, WritesTheDocument) {
-  const auto marked = ExpectMarked(kData,
+  const auto marked = ExpectMarked(kMarkupData,
                                    "JSON GENERATE $TargetIn[[DOC]] FROM $SourceOut[[G]] COUNT $CountIn[[N]]\n"
                                    "    NAME OF $OtherNone[[G]] IS OMITTED SUPPRESS EVERY NUMERIC WHEN $Other[[ZERO]]\n"
                                    "    CONVERTING $OtherNone[[F3]] TO JSON BOOLEAN USING $OtherOut[[F3-ON]]\n"
@@ -51,15 +51,16 @@ TEST(JsonGenerateVerb, WritesTheDocument) {
 }
 
 TEST(JsonParseVerb, WritesTheItems) {
-  const auto marked = ExpectMarked(kData,
+  const auto marked = ExpectMarked(kMarkupData,
                                    "JSON PARSE $SourceOut[[DOC]] INTO $TargetIn[[G]] WITH DETAIL\n"
                                    "    NAME $OtherNone[[F1]] IS $Other[['one']] SUPPRESS $OtherOut[[F2]].");
   EXPECT_THAT(marked.Statements(), ElementsAre("STAT JSON PARSE"));
 }
 
 TEST(MarkupVerbs, TellWhatTheyLack) {
-  EXPECT_THAT(MarkedStatements(kData, "XML GENERATE DOC.").Diagnostics(), ElementsAre("1:17 GENERATE lacks FROM."));
-  EXPECT_THAT(MarkedStatements(kData, "XML PARSE DOC.").Diagnostics(),
+  EXPECT_THAT(MarkedStatements(kMarkupData, "XML GENERATE DOC.").Diagnostics(),
+              ElementsAre("1:17 GENERATE lacks FROM."));
+  EXPECT_THAT(MarkedStatements(kMarkupData, "XML PARSE DOC.").Diagnostics(),
               ElementsAre("1:14 PARSE lacks PROCESSING PROCEDURE."));
 }
 

@@ -8,7 +8,7 @@ namespace {
 
 using testing::ElementsAre;
 
-constexpr std::string_view kData = R"(       ENVIRONMENT DIVISION.
+constexpr std::string_view kMoveData = R"(       ENVIRONMENT DIVISION.
        CONFIGURATION SECTION.
        SPECIAL-NAMES.
            SYMBOLIC CHARACTERS NL IS 11.
@@ -28,27 +28,28 @@ constexpr std::string_view kData = R"(       ENVIRONMENT DIVISION.
 )";
 
 TEST(MoveVerb, MovesOneItemToAnother) {
-  const auto marked = ExpectMarked(kData, "MOVE $SourceOut[[A]] TO $TargetIn[[B]].");
+  const auto marked = ExpectMarked(kMoveData, "MOVE $SourceOut[[A]] TO $TargetIn[[B]].");
   EXPECT_THAT(marked.Statements(), ElementsAre("STAT MOVE"));
 }
 
 TEST(MoveVerb, MovesToSeveralItems) {
-  ExpectMarked(kData, "MOVE $Source[['X']] TO $TargetIn[[A]], $TargetIn[[B]]\n    $TargetIn[[F OF $Qualifier[[G1]]]].");
+  ExpectMarked(kMoveData,
+               "MOVE $Source[['X']] TO $TargetIn[[A]], $TargetIn[[B]]\n    $TargetIn[[F OF $Qualifier[[G1]]]].");
 }
 
 TEST(MoveVerb, ReadsSubscriptsOnBothSides) {
-  ExpectMarked(kData,
+  ExpectMarked(kMoveData,
                "MOVE $SourceOut[[T ($SubscriptOut[[I]])]] TO $TargetIn[[T ($SubscriptOut[[X]] + $Subscript[[1]])]].");
 }
 
 TEST(MoveVerb, ReadsThePartsOfAReferenceModification) {
-  const auto marked =
-      ExpectMarked(kData, "MOVE $SourceOut[[A ($OffsetOut[[I]] : $Length[[2]])]] TO $TargetIn[[B ($Offset[[1]]:)]].");
+  const auto marked = ExpectMarked(
+      kMoveData, "MOVE $SourceOut[[A ($OffsetOut[[I]] : $Length[[2]])]] TO $TargetIn[[B ($Offset[[1]]:)]].");
   EXPECT_NE(marked.Nodes(workbench::codemodel::Entity::Var)[0].flags & workbench::codemodel::kRefMod, 0);
 }
 
 TEST(MoveVerb, MovesFigurativeConstantsAndFunctions) {
-  ExpectMarked(kData,
+  ExpectMarked(kMoveData,
                "MOVE $Source[[SPACES]] TO $TargetIn[[A]].\n"
                "MOVE $Source[[ALL '*']] TO $TargetIn[[A]].\n"
                "MOVE $Source[[ALL NL]] TO $TargetIn[[A]].\n"
@@ -57,11 +58,11 @@ TEST(MoveVerb, MovesFigurativeConstantsAndFunctions) {
 }
 
 TEST(MoveVerb, TakesTheLengthOfAnItemWithoutReadingIt) {
-  ExpectMarked(kData, "MOVE $LengthOfNone[[LENGTH OF A]] TO $TargetIn[[I]].");
+  ExpectMarked(kMoveData, "MOVE $LengthOfNone[[LENGTH OF A]] TO $TargetIn[[I]].");
 }
 
 TEST(MoveVerb, MarksBothGroupsOfMoveCorresponding) {
-  ExpectMarked(kData,
+  ExpectMarked(kMoveData,
                "MOVE CORRESPONDING $SourceOutCorresponding[[G1]] TO $TargetInCorresponding[[G2]].\n"
                "MOVE CORR $SourceOutCorresponding[[G1]] TO $TargetInCorresponding[[G2]].");
 }
@@ -96,13 +97,14 @@ TEST(MoveVerb, MovesTheItemsOfOneNameWithCorresponding) {
 }
 
 TEST(MoveVerb, TellsWhatAMoveLacks) {
-  EXPECT_THAT(MarkedStatements(kData, "MOVE TO A.").Diagnostics(), ElementsAre("1:6 MOVE lacks its sending item."));
-  EXPECT_THAT(MarkedStatements(kData, "MOVE A B.").Diagnostics(), ElementsAre("1:8 MOVE lacks TO."));
-  EXPECT_THAT(MarkedStatements(kData, "MOVE A TO.").Diagnostics(), ElementsAre("1:10 MOVE lacks its receiving item."));
+  EXPECT_THAT(MarkedStatements(kMoveData, "MOVE TO A.").Diagnostics(), ElementsAre("1:6 MOVE lacks its sending item."));
+  EXPECT_THAT(MarkedStatements(kMoveData, "MOVE A B.").Diagnostics(), ElementsAre("1:8 MOVE lacks TO."));
+  EXPECT_THAT(MarkedStatements(kMoveData, "MOVE A TO.").Diagnostics(),
+              ElementsAre("1:10 MOVE lacks its receiving item."));
 }
 
 TEST(MoveVerb, TellsOfAnUnknownAndOfAnAmbiguousName) {
-  EXPECT_THAT(MarkedStatements(kData, "MOVE NIL TO F.").Diagnostics(),
+  EXPECT_THAT(MarkedStatements(kMoveData, "MOVE NIL TO F.").Diagnostics(),
               ElementsAre("1:6 NIL is not declared.", "1:13 F is ambiguous; qualify it."));
 }
 

@@ -11,20 +11,20 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr std::string_view kData = R"(01  A PIC 9(4).
+constexpr std::string_view kPerformData = R"(01  A PIC 9(4).
 01  B PIC 9(4).
 01  T.
     05  E PIC 9 OCCURS 5 TIMES.
 )";
 
-CobolModel Whole(std::string_view procedures) {
-  auto model = CobolModel::Of(kData, procedures);
+CobolModel Performed(std::string_view procedures) {
+  auto model = CobolModel::Of(kPerformData, procedures);
   EXPECT_THAT(model.Diagnostics(), IsEmpty());
   return model;
 }
 
 TEST(Perform, OutOfLineLeadsToItsParagraphs) {
-  const auto model = Whole(R"(MAIN-PARA.
+  const auto model = Performed(R"(MAIN-PARA.
     PERFORM $from[[WORK-PARA]] THRU $to[[WORK-EXIT]].
     GOBACK.
 WORK-PARA.
@@ -39,18 +39,19 @@ WORK-EXIT.
 }
 
 TEST(Perform, OutOfLineTimes) {
-  const auto model = Whole("MAIN-PARA.\n    PERFORM MAIN-PARA $n[[A]] TIMES\n    PERFORM MAIN-PARA 3 TIMES.\n");
+  const auto model = Performed("MAIN-PARA.\n    PERFORM MAIN-PARA $n[[A]] TIMES\n    PERFORM MAIN-PARA 3 TIMES.\n");
   EXPECT_EQ(model.At("n"), "VAR A OUT Times 5");
   EXPECT_EQ(model.Outline(), "PORT ENTRY\nPAR MAIN-PARA\n  PERFORM PERFORM\n  PERFORM PERFORM\nPORT GOBACK implicit\n");
 }
 
 TEST(Perform, OutOfLineUntil) {
-  EXPECT_EQ(Whole("MAIN-PARA.\n    PERFORM MAIN-PARA WITH TEST AFTER UNTIL A > 5 OR B = 1\n    GOBACK.\n").Outline(),
-            "PORT ENTRY\nPAR MAIN-PARA\n  PERFORM PERFORM\n    COND A > 5 OR B = 1\n  PORT GOBACK\n");
+  EXPECT_EQ(
+      Performed("MAIN-PARA.\n    PERFORM MAIN-PARA WITH TEST AFTER UNTIL A > 5 OR B = 1\n    GOBACK.\n").Outline(),
+      "PORT ENTRY\nPAR MAIN-PARA\n  PERFORM PERFORM\n    COND A > 5 OR B = 1\n  PORT GOBACK\n");
 }
 
 TEST(Perform, VaryingCountsAndAsksForEachCounter) {
-  const auto model = Whole(R"(MAIN-PARA.
+  const auto model = Performed(R"(MAIN-PARA.
     PERFORM MAIN-PARA THROUGH MAIN-PARA TEST BEFORE
         VARYING $a[[A]] FROM $from[[1]] BY $by[[B]] UNTIL A > 5
         AFTER $e[[E ($i[[A]])]] FROM B BY -1 UNTIL E (A) = 0.
@@ -65,7 +66,7 @@ TEST(Perform, VaryingCountsAndAsksForEachCounter) {
 }
 
 TEST(Perform, InlineIsABlockWithItsBody) {
-  EXPECT_EQ(Whole(R"(MAIN-PARA.
+  EXPECT_EQ(Performed(R"(MAIN-PARA.
     PERFORM VARYING A FROM 1 BY 1 UNTIL A > 5
         CONTINUE
         IF A = B
@@ -96,7 +97,7 @@ PAR MAIN-PARA
 }
 
 TEST(Perform, InlineHasTimesUntilAndNothing) {
-  EXPECT_EQ(Whole(R"(MAIN-PARA.
+  EXPECT_EQ(Performed(R"(MAIN-PARA.
     PERFORM A TIMES CONTINUE END-PERFORM
     PERFORM 5 TIMES CONTINUE END-PERFORM
     PERFORM E (1) TIMES CONTINUE END-PERFORM
@@ -146,15 +147,33 @@ PAR MAIN-PARA
 }
 
 TEST(Perform, OutOfLineLeavesTheEndToTheOneAroundIt) {
-  EXPECT_EQ(Whole("MAIN-PARA.\n    PERFORM 5 TIMES PERFORM MAIN-PARA END-PERFORM\n    GOBACK.\n").Outline(),
+  EXPECT_EQ(Performed("MAIN-PARA.\n    PERFORM 5 TIMES PERFORM MAIN-PARA END-PERFORM\n    GOBACK.\n").Outline(),
             "PORT ENTRY\nPAR MAIN-PARA\n  BLOCK PERFORM\n    BLOCK Body\n      PERFORM PERFORM\n  PORT GOBACK\n");
 }
 
 TEST(Perform, InlineWithoutItsEndIsAWarning) {
   const auto model =
-      CobolModel::Of(kData, "MAIN-PARA.\n    PERFORM UNTIL A = 1\n        CONTINUE.\nLAST-PARA.\n    GOBACK.\n");
+      CobolModel::Of(kPerformData, "MAIN-PARA.\n    PERFORM UNTIL A = 1\n        CONTINUE.\nLAST-PARA.\n    GOBACK.\n");
   EXPECT_THAT(model.Diagnostics(), ElementsAre("warning 12:24 END-PERFORM is missing before this."));
   EXPECT_THAT(model.Statements(), ElementsAre("11 PERFORM", "12 CONTINUE", "14 GOBACK"));
+}
+
+TEST(Perform, TellsWhetherItAsksBehindItsBody) {
+  const auto model = Performed(R"(MAIN-PARA.
+    $before^PERFORM MAIN-PARA WITH TEST BEFORE UNTIL A > 5
+    $after^PERFORM MAIN-PARA TEST AFTER
+        VARYING A FROM 1 BY 1 UNTIL A > 5
+    $inline^PERFORM WITH TEST AFTER UNTIL A > 5 CONTINUE END-PERFORM
+    $plain^PERFORM MAIN-PARA
+    GOBACK.
+)");
+  const auto asksBehind = [&](std::string_view mark) {
+    return (model.Node(model.NodeAt(mark)).flags & workbench::codemodel::kTestAfter) != 0;
+  };
+  EXPECT_FALSE(asksBehind("before"));
+  EXPECT_TRUE(asksBehind("after"));
+  EXPECT_TRUE(asksBehind("inline"));
+  EXPECT_FALSE(asksBehind("plain"));
 }
 
 }  // namespace

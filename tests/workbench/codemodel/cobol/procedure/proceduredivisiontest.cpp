@@ -12,15 +12,15 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using workbench::codemodel::Entity;
 
-constexpr std::string_view kData = "01  A PIC 9.\n01  B PIC 9.\n";
+constexpr std::string_view kDivisionData = "01  A PIC 9.\n01  B PIC 9.\n";
 
 TEST(ProcedureDivision, StatementsBeforeTheFirstHeaderAreInAParagraphOfTheProgramsName) {
-  const auto model = CobolModel::Of(kData, "    MOVE A TO B.\n    GOBACK.\n");
+  const auto model = CobolModel::Of(kDivisionData, "    MOVE A TO B.\n    GOBACK.\n");
   EXPECT_EQ(model.Outline(), "PORT ENTRY\nPAR PROBE implicit\n  STAT MOVE\n  PORT GOBACK\n");
 }
 
 TEST(ProcedureDivision, StatementsOfASectionBeforeItsFirstParagraphAreInOneOfTheSectionsName) {
-  const auto model = CobolModel::Of(kData, R"(MAIN-PART SECTION 12.
+  const auto model = CobolModel::Of(kDivisionData, R"(MAIN-PART SECTION 12.
     MOVE A TO B.
 NEXT-PARA.
     GOBACK.
@@ -32,7 +32,7 @@ NEXT-PARA.
 }
 
 TEST(ProcedureDivision, NumbersAndWordsOfTheLanguageNameParagraphs) {
-  const auto model = CobolModel::Of(kData, R"(100.
+  const auto model = CobolModel::Of(kDivisionData, R"(100.
     PERFORM $number[[200]] THRU CONTROL-PARA.
     PERFORM $word[[TABLE]].
     GO TO 100.
@@ -48,7 +48,7 @@ TABLE.
 }
 
 TEST(ProcedureDivision, ANameMeansTheParagraphOfItsOwnSectionFirst) {
-  const auto model = CobolModel::Of(kData, R"(ONE SECTION.
+  const auto model = CobolModel::Of(kDivisionData, R"(ONE SECTION.
 TWICE.
     PERFORM $own[[TWICE]]
     PERFORM $other[[TWICE OF TWO]]
@@ -72,7 +72,7 @@ LAST-PARA.
 }
 
 TEST(ProcedureDivision, NamesThatMeanNothingOrSeveralParagraphsAreGaps) {
-  const auto model = CobolModel::Of(kData, R"(MAIN-PARA.
+  const auto model = CobolModel::Of(kDivisionData, R"(MAIN-PARA.
     PERFORM MISSING-PARA
     PERFORM TWICE
     PERFORM TWICE OF THREE.
@@ -124,7 +124,7 @@ struct WayOut {
 class EndOfText : public testing::TestWithParam<WayOut> {};
 
 TEST_P(EndOfText, IsAnExitWhereItCanBeReached) {
-  const auto model = CobolModel::Of(kData, GetParam().procedures);
+  const auto model = CobolModel::Of(kDivisionData, GetParam().procedures);
   EXPECT_THAT(model.Diagnostics(), IsEmpty());
   EXPECT_EQ(model.Outline().ends_with("\nPORT GOBACK implicit\n"), GetParam().fallsThrough) << model.Outline();
 }
@@ -146,6 +146,45 @@ constexpr WayOut kWaysOut[] = {
 
 INSTANTIATE_TEST_SUITE_P(Of, EndOfText, testing::ValuesIn(kWaysOut),
                          [](const auto& each) { return std::string(each.param.name); });
+
+// The verbs of the statements that are marked as the last ones of their sentences, with their rows.
+std::vector<std::string> SentenceEnds(const CobolModel& model) {
+  std::vector<std::string> ends;
+  for (const auto& node : model.Data().nodes) {
+    if ((node.flags & workbench::codemodel::kEndsSentence) == 0) continue;
+    ends.push_back(std::to_string(node.firstRow) + " " + model.Text(node.name));
+  }
+  return ends;
+}
+
+TEST(ProcedureDivision, TheLastStatementOfASentenceIsMarked) {
+  const auto model = CobolModel::Of(kDivisionData, R"(MAIN-PARA.
+    MOVE A TO B
+    MOVE B TO A.
+    IF A = 1
+        MOVE 1 TO B
+    END-IF
+    MOVE 3 TO A.
+    IF A = 1
+        IF B = 1
+            MOVE 2 TO B.
+LAST-PARA.
+    MOVE 4 TO A. MOVE 5 TO A.
+)");
+  EXPECT_THAT(model.Diagnostics(), IsEmpty());
+  EXPECT_THAT(SentenceEnds(model), ElementsAre("10 MOVE", "14 MOVE", "15 IF", "19 MOVE", "19 MOVE"));
+}
+
+TEST(ProcedureDivision, APhraseCanBeTheLastOfItsSentence) {
+  const auto model =
+      CobolModel::Of(kDivisionData, "MAIN-PARA.\n    ADD 1 TO A\n        SIZE ERROR MOVE 1 TO B.\n    GOBACK.\n");
+  EXPECT_THAT(SentenceEnds(model), ElementsAre("10 If size error", "11 GOBACK"));
+}
+
+TEST(ProcedureDivision, NothingIsMarkedWhereTheFullStopIsMissing) {
+  const auto model = CobolModel::Of(kDivisionData, "MAIN-PARA.\n    MOVE 1 TO A\nLAST-PARA.\n    GOBACK.\n");
+  EXPECT_THAT(SentenceEnds(model), ElementsAre("11 GOBACK"));
+}
 
 }  // namespace
 }  // namespace qmrules::test

@@ -12,22 +12,22 @@ namespace {
 using testing::ElementsAre;
 using workbench::codemodel::Entity;
 
-constexpr std::string_view kData = "01  A PIC 9.\n01  B PIC 9.\n";
+constexpr std::string_view kTwoDigits = "01  A PIC 9.\n01  B PIC 9.\n";
 
-struct Fault {
+struct RecoveryCase {
   std::string_view name, procedures;
   std::vector<std::string> diagnostics, statements;
 };
 
-class Recovery : public testing::TestWithParam<Fault> {};
+class Recovery : public testing::TestWithParam<RecoveryCase> {};
 
 TEST_P(Recovery, KeepsTheOtherStatements) {
-  const auto model = CobolModel::Of(kData, GetParam().procedures);
+  const auto model = CobolModel::Of(kTwoDigits, GetParam().procedures);
   EXPECT_EQ(model.Diagnostics(), GetParam().diagnostics);
   EXPECT_EQ(model.Statements(), GetParam().statements);
 }
 
-const Fault kFaults[] = {
+const RecoveryCase kRecoveries[] = {
     {"UnknownVerb",
      "MAIN-PARA.\n    MOVE A TO B\n    MOOVE A TO B\n    GOBACK.\n",
      {"gap 10:12 MOOVE is not declared.", "gap 10:20 TO does not fit into the MOVE statement."},
@@ -86,7 +86,7 @@ const Fault kFaults[] = {
      {"9 EVALUATE", "10 CONTINUE", "11 WEN", "11 CONTINUE", "13 GOBACK"}},
 };
 
-INSTANTIATE_TEST_SUITE_P(From, Recovery, testing::ValuesIn(kFaults),
+INSTANTIATE_TEST_SUITE_P(From, Recovery, testing::ValuesIn(kRecoveries),
                          [](const auto& each) { return std::string(each.param.name); });
 
 TEST(RecoveryOfNames, UnknownAndAmbiguousOnesAreGapsOfTheirStatement) {
@@ -106,7 +106,7 @@ TEST(RecoveryOfNesting, WhatIsNestedTooDeeplyStandsSideBySide) {
   std::string procedures = "MAIN-PARA.\n";
   for (int depth = 0; depth < kDepth; ++depth) procedures += "    IF A = 1\n    MOVE A TO B\n";
   for (int depth = 0; depth < kDepth; ++depth) procedures += "    ELSE MOVE B TO A END-IF\n";
-  const auto model = CobolModel::Of(kData, procedures + "    CONTINUE.\n    GOBACK.\n");
+  const auto model = CobolModel::Of(kTwoDigits, procedures + "    CONTINUE.\n    GOBACK.\n");
   EXPECT_THAT(model.Diagnostics(),
               ElementsAre("gap 1010:12 Statements are nested too deeply here; they stand side by side."));
   EXPECT_EQ(model.Statements().size(), 3U * kDepth + 2);
@@ -119,8 +119,9 @@ TEST(RecoveryOfNesting, ParenthesesAreTakenHoweverDeepTheyAre) {
     for (std::size_t at = 0; at < text.size(); at += 50) wrapped += "    " + text.substr(at, 50) + "\n";
     return wrapped;
   };
-  const auto model = CobolModel::Of(kData, "MAIN-PARA.\n    IF\n" + wrap(open) + "    A = 1\n" + wrap(close) +
-                                               "    COMPUTE A =\n" + wrap(open) + "    B\n" + wrap(close) + "    .\n");
+  const auto model =
+      CobolModel::Of(kTwoDigits, "MAIN-PARA.\n    IF\n" + wrap(open) + "    A = 1\n" + wrap(close) +
+                                     "    COMPUTE A =\n" + wrap(open) + "    B\n" + wrap(close) + "    .\n");
   EXPECT_THAT(model.Diagnostics(), testing::IsEmpty());
   EXPECT_EQ(model.Conditions().at(0), open + "A = 1" + close);
 }
@@ -128,7 +129,7 @@ TEST(RecoveryOfNesting, ParenthesesAreTakenHoweverDeepTheyAre) {
 TEST(RecoveryOfNesting, SubscriptsWithinSubscriptsAreBounded) {
   std::string subscripts;
   for (int depth = 0; depth < 10'000; ++depth) subscripts += "    A (\n";
-  const auto model = CobolModel::Of(kData, "MAIN-PARA.\n    MOVE\n" + subscripts + "    TO B.\n    GOBACK.\n");
+  const auto model = CobolModel::Of(kTwoDigits, "MAIN-PARA.\n    MOVE\n" + subscripts + "    TO B.\n    GOBACK.\n");
   EXPECT_EQ(model.Diagnostics().at(0), "gap 110:14 Parentheses are nested too deeply here.");
   EXPECT_EQ(model.Statements().back(), "10011 GOBACK");
 }

@@ -10,7 +10,7 @@ namespace {
 
 using testing::IsEmpty;
 
-constexpr std::string_view kData = R"(01  T.
+constexpr std::string_view kSearchData = R"(01  T.
     05  E OCCURS 5 TIMES ASCENDING KEY K INDEXED BY I.
         10  K PIC 9.
         10  V PIC 9.
@@ -19,7 +19,7 @@ constexpr std::string_view kData = R"(01  T.
 )";
 
 TEST(Search, HasItsOutcomesInAnIfBehindIt) {
-  const auto model = CobolModel::Of(kData, R"(MAIN-PARA.
+  const auto model = CobolModel::Of(kSearchData, R"(MAIN-PARA.
     SEARCH $table[[E]] VARYING $x[[X]]
         AT END
             GOBACK
@@ -52,7 +52,7 @@ PAR MAIN-PARA
 }
 
 TEST(Search, CountsUpTheTablesOwnIndex) {
-  const auto model = CobolModel::Of(kData, R"(MAIN-PARA.
+  const auto model = CobolModel::Of(kSearchData, R"(MAIN-PARA.
     SEARCH ALL E
         WHEN K (I) = 1 AND K (I) = A
             CONTINUE.
@@ -79,7 +79,7 @@ PAR MAIN-PARA
 }
 
 TEST(Search, NestsInItsOwnBranches) {
-  const auto model = CobolModel::Of(kData, R"(MAIN-PARA.
+  const auto model = CobolModel::Of(kSearchData, R"(MAIN-PARA.
     SEARCH E AT END CONTINUE
         WHEN K (I) = A
             SEARCH E END GOBACK

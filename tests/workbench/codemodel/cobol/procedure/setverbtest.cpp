@@ -8,7 +8,7 @@ namespace {
 
 using testing::ElementsAre;
 
-constexpr std::string_view kData = R"(       ENVIRONMENT DIVISION.
+constexpr std::string_view kSetData = R"(       ENVIRONMENT DIVISION.
        CONFIGURATION SECTION.
        SPECIAL-NAMES.
            UPSI-0 IS SW ON STATUS IS SW-ON OFF STATUS IS SW-OFF.
@@ -29,7 +29,7 @@ constexpr std::string_view kData = R"(       ENVIRONMENT DIVISION.
 )";
 
 TEST(SetVerb, SetsIndexes) {
-  const auto marked = ExpectMarked(kData,
+  const auto marked = ExpectMarked(kSetData,
                                    "SET $TargetIn[[X]] $TargetIn[[Y]] TO $Source[[1]].\n"
                                    "SET $TargetIn[[X]] TO $SourceOut[[N]].\n"
                                    "SET $TargetIn[[N]] TO $SourceOut[[X]].");
@@ -37,24 +37,24 @@ TEST(SetVerb, SetsIndexes) {
 }
 
 TEST(SetVerb, MovesIndexesUpAndDown) {
-  ExpectMarked(kData,
+  ExpectMarked(kSetData,
                "SET $BothInOut[[X]] $BothInOut[[Y]] UP BY $Source[[1]].\n"
                "SET $BothInOut[[X]] DOWN BY $SourceOut[[N]].");
 }
 
 TEST(SetVerb, SetsConditions) {
-  ExpectMarked(kData,
+  ExpectMarked(kSetData,
                "SET $TargetIn[[YES]] $TargetIn[[DONE]] TO TRUE.\n"
                "SET $TargetIn[[YES]] TO FALSE.\n"
                "SET $TargetIn[[YES]] TO FALSE $TargetIn[[DONE]] TO TRUE.");
 }
 
 TEST(SetVerb, TurnsSwitches) {
-  ExpectMarked(kData, "SET $Target[[SW]] TO ON.");
+  ExpectMarked(kSetData, "SET $Target[[SW]] TO ON.");
 }
 
 TEST(SetVerb, SetsPointers) {
-  ExpectMarked(kData,
+  ExpectMarked(kSetData,
                "SET $TargetIn[[P]] TO $AddressOfNone[[ADDRESS OF N]].\n"
                "SET $TargetIn[[P]] TO $Source[[NULL]].\n"
                "SET $TargetIn[[P]] TO $SourceOut[[Q]].\n"
@@ -62,30 +62,30 @@ TEST(SetVerb, SetsPointers) {
 }
 
 TEST(SetVerb, BringsDataIntoAnItemThatIsLaidOverOtherStorage) {
-  ExpectMarked(kData, "SET $AddressOfIn[[ADDRESS OF L]] TO $SourceOut[[P]].");
+  ExpectMarked(kSetData, "SET $AddressOfIn[[ADDRESS OF L]] TO $SourceOut[[P]].");
 }
 
 TEST(SetVerb, TakesTheEntryOfAProgram) {
-  ExpectMarked(kData, "SET $TargetIn[[PP]] TO ENTRY $Program[['SUB']].");
+  ExpectMarked(kSetData, "SET $TargetIn[[PP]] TO ENTRY $Program[['SUB']].");
 }
 
 TEST(SetVerb, SetsObjectReferences) {
-  ExpectMarked(kData,
+  ExpectMarked(kSetData,
                "SET $TargetIn[[O]] TO $Source[[SELF]].\n"
                "SET $TargetIn[[O]] TO $Source[[NULL]].");
 }
 
 TEST(SetVerb, SetsVariablesOfTheEnvironment) {
-  ExpectMarked(kData,
+  ExpectMarked(kSetData,
                "SET ENVIRONMENT $Other[['HOME']] TO $SourceOut[[N]].\n"
                "SET LAST EXCEPTION TO OFF.");
 }
 
 TEST(SetVerb, TellsWhatItLacks) {
-  EXPECT_THAT(MarkedStatements(kData, "SET TO 1.").Diagnostics(), ElementsAre("1:5 SET lacks what is set."));
-  EXPECT_THAT(MarkedStatements(kData, "SET X 1.").Diagnostics(), ElementsAre("1:7 SET lacks TO."));
-  EXPECT_THAT(MarkedStatements(kData, "SET X UP 1.").Diagnostics(), ElementsAre("1:10 SET lacks BY."));
-  EXPECT_THAT(MarkedStatements(kData, "SET X TO.").Diagnostics(), ElementsAre("1:9 TO lacks its operand."));
+  EXPECT_THAT(MarkedStatements(kSetData, "SET TO 1.").Diagnostics(), ElementsAre("1:5 SET lacks what is set."));
+  EXPECT_THAT(MarkedStatements(kSetData, "SET X 1.").Diagnostics(), ElementsAre("1:7 SET lacks TO."));
+  EXPECT_THAT(MarkedStatements(kSetData, "SET X UP 1.").Diagnostics(), ElementsAre("1:10 SET lacks BY."));
+  EXPECT_THAT(MarkedStatements(kSetData, "SET X TO.").Diagnostics(), ElementsAre("1:9 TO lacks its operand."));
 }
 
 }  // namespace

@@ -8,7 +8,7 @@ namespace {
 
 using testing::ElementsAre;
 
-constexpr std::string_view kData = R"(       ENVIRONMENT DIVISION.
+constexpr std::string_view kSortData = R"(       ENVIRONMENT DIVISION.
        CONFIGURATION SECTION.
        SPECIAL-NAMES.
            ALPHABET ASC IS STANDARD-1.
@@ -36,7 +36,7 @@ constexpr std::string_view kData = R"(       ENVIRONMENT DIVISION.
 
 TEST(SortVerb, ReadsItsKeysAndNamesItsFiles) {
   const auto marked =
-      ExpectMarked(kData,
+      ExpectMarked(kSortData,
                    "SORT $File[[S]] ON ASCENDING KEY $KeyOut[[K1]] DESCENDING $KeyOut[[K2 OF $Qualifier[[SREC]]]]\n"
                    "    WITH DUPLICATES IN ORDER COLLATING SEQUENCE IS $Other[[ASC]]\n"
                    "    USING $Input[[F]] $Input[[G]] GIVING $Output[[G]].");
@@ -44,7 +44,7 @@ TEST(SortVerb, ReadsItsKeysAndNamesItsFiles) {
 }
 
 TEST(SortVerb, NamesItsProcedures) {
-  const auto marked = ExpectMarked(kData,
+  const auto marked = ExpectMarked(kSortData,
                                    "SORT $File[[S]] ASCENDING $KeyOut[[K1]] $KeyOut[[K2]]\n"
                                    "    INPUT PROCEDURE IS $Input[[MAIN]] THRU $Thru[[MAIN]]\n"
                                    "    OUTPUT PROCEDURE $Output[[MAIN]].");
@@ -56,14 +56,14 @@ TEST(SortVerb, NamesItsProcedures) {
 }
 
 TEST(SortVerb, ChangesTheTableThatItSorts) {
-  const auto marked = ExpectMarked(kData,
+  const auto marked = ExpectMarked(kSortData,
                                    "SORT $BothInOut[[T]] ON DESCENDING KEY $KeyOut[[TK]].\n"
                                    "SORT $BothInOut[[T]] DESCENDING.");
   EXPECT_THAT(marked.Statements(), ElementsAre("STAT SORT", "STAT SORT"));
 }
 
 TEST(MergeVerb, ReadsItsKeysAndNamesItsFiles) {
-  const auto marked = ExpectMarked(kData,
+  const auto marked = ExpectMarked(kSortData,
                                    "MERGE $File[[S]] ON ASCENDING KEY $KeyOut[[K1]] SEQUENCE $Other[[ASC]]\n"
                                    "    USING $Input[[F]] $Input[[G]] OUTPUT PROCEDURE $Output[[MAIN]].");
   EXPECT_THAT(marked.Statements(), ElementsAre("IOSTAT MERGE"));
@@ -71,21 +71,21 @@ TEST(MergeVerb, ReadsItsKeysAndNamesItsFiles) {
 
 TEST(ReleaseVerb, ReadsItsRecord) {
   const auto marked =
-      ExpectMarked(kData, "RELEASE $RecordOut[[SREC]].\nRELEASE $RecordInOut[[SREC]] FROM $FromOut[[A]].");
+      ExpectMarked(kSortData, "RELEASE $RecordOut[[SREC]].\nRELEASE $RecordInOut[[SREC]] FROM $FromOut[[A]].");
   EXPECT_EQ(marked.Statements()[0], "IOSTAT RELEASE");
   EXPECT_THAT(marked.Implicit(), ElementsAre("File S ", "File S "));
 }
 
 TEST(ReturnVerb, BringsDataIntoTheRecord) {
-  const auto marked =
-      ExpectMarked(kData, "RETURN $File[[S]] RECORD INTO $IntoIn[[A]] AT END CONTINUE NOT AT END CONTINUE END-RETURN.");
+  const auto marked = ExpectMarked(
+      kSortData, "RETURN $File[[S]] RECORD INTO $IntoIn[[A]] AT END CONTINUE NOT AT END CONTINUE END-RETURN.");
   EXPECT_THAT(marked.Statements(), ElementsAre("IOSTAT RETURN", "IF If at end", "STAT CONTINUE", "STAT CONTINUE"));
   EXPECT_THAT(marked.Implicit(), ElementsAre("Record SREC IN"));
 }
 
 TEST(SortVerb, TellsWhatItLacks) {
-  EXPECT_THAT(MarkedStatements(kData, "SORT.").Diagnostics(), ElementsAre("1:5 SORT lacks the name of a file."));
-  EXPECT_THAT(MarkedStatements(kData, "SORT S ASCENDING K1 USING.").Diagnostics(),
+  EXPECT_THAT(MarkedStatements(kSortData, "SORT.").Diagnostics(), ElementsAre("1:5 SORT lacks the name of a file."));
+  EXPECT_THAT(MarkedStatements(kSortData, "SORT S ASCENDING K1 USING.").Diagnostics(),
               ElementsAre("1:26 USING lacks the name of a file."));
 }
 

@@ -9,7 +9,7 @@ namespace {
 using testing::ElementsAre;
 using workbench::codemodel::Entity;
 
-constexpr std::string_view kData = R"(       DATA DIVISION.
+constexpr std::string_view kSqlData = R"(       DATA DIVISION.
        WORKING-STORAGE SECTION.
            EXEC SQL INCLUDE SQLCA END-EXEC.
            EXEC SQL BEGIN DECLARE SECTION END-EXEC.
@@ -34,7 +34,7 @@ std::vector<std::string> References(const MarkedStatements& marked) {
 }
 
 TEST(SqlStatements, SelectBringsDataIn) {
-  const auto marked = ExpectMarked(kData,
+  const auto marked = ExpectMarked(kSqlData,
                                    "EXEC SQL\n"
                                    "  SELECT COL1, COL2 INTO :$IntoIn[[HV-A]], :$IntoIn[[HV-B]]:$OtherIn[[IND]]\n"
                                    "    FROM $Other[[OWNER.T1]] X, $Other[[T2]]\n"
@@ -45,13 +45,13 @@ TEST(SqlStatements, SelectBringsDataIn) {
 }
 
 TEST(SqlStatements, TakeIndicatorsInAllSpellings) {
-  ExpectMarked(kData,
+  ExpectMarked(kSqlData,
                "EXEC SQL SELECT A, B, C INTO :$IntoIn[[HV-A]] :$OtherIn[[IND]],\n"
                "  :$IntoIn[[HV-B]] INDICATOR :$OtherIn[[IND]], :$IntoIn[[HV-N]] FROM $Other[[T1]] END-EXEC.");
 }
 
 TEST(SqlStatements, QualifyHostVariablesFromTheLeft) {
-  const auto marked = ExpectMarked(kData,
+  const auto marked = ExpectMarked(kSqlData,
                                    "EXEC SQL SELECT A INTO :$IntoIn[[$Qualifier[[GRP]].FLD]] FROM $Other[[T1]] "
                                    "WHERE B = :$KeyOut[[$Qualifier[[OTHERS]].FLD]]\nEND-EXEC.");
   const auto variables = marked.Nodes(Entity::Var);
@@ -59,7 +59,7 @@ TEST(SqlStatements, QualifyHostVariablesFromTheLeft) {
 }
 
 TEST(SqlStatements, ReadVariablesOfSubqueries) {
-  ExpectMarked(kData,
+  ExpectMarked(kSqlData,
                "EXEC SQL SELECT MAX(A) INTO :$IntoIn[[HV-N]] FROM $Other[[T1]]\n"
                "  JOIN $Other[[T2]] ON T1.K = :$KeyOut[[HV-A]]\n"
                "  WHERE EXTRACT(YEAR FROM D) = 1 AND B IN (SELECT B FROM $Other[[T3]] WHERE C = :$KeyOut[[HV-B]])\n"
@@ -68,7 +68,7 @@ TEST(SqlStatements, ReadVariablesOfSubqueries) {
 
 TEST(SqlStatements, InsertUpdateAndDeleteReadTheirVariables) {
   const auto marked =
-      ExpectMarked(kData,
+      ExpectMarked(kSqlData,
                    "EXEC SQL INSERT INTO $Other[[T1]] (A, B) VALUES (:$SourceOut[[HV-A]],:$SourceOut[[HV-B]]\n"
                    "  :$OtherOut[[IND]]) END-EXEC.\n"
                    "EXEC SQL UPDATE $Other[[T1]] SET A = :$SourceOut[[HV-A]], B = B + 1\n"
@@ -81,7 +81,7 @@ TEST(SqlStatements, InsertUpdateAndDeleteReadTheirVariables) {
 
 TEST(SqlCursors, AreDeclaredOpenedFetchedAndClosed) {
   const auto marked =
-      ExpectMarked(kData,
+      ExpectMarked(kSqlData,
                    "EXEC SQL DECLARE $Other[[C1]] CURSOR WITH HOLD FOR\n"
                    "  SELECT A FROM $Other[[T1]] WHERE B = :$KeyOut[[HV-B]] FOR UPDATE OF A END-EXEC.\n"
                    "EXEC SQL OPEN $Other[[C1]] END-EXEC.\n"
@@ -96,12 +96,12 @@ TEST(SqlCursors, AreDeclaredOpenedFetchedAndClosed) {
 }
 
 TEST(SqlCursors, ReadTheVariablesOfTheirQueryWhenTheyAreOpened) {
-  const auto marked = ExpectMarked(kData, "EXEC SQL OPEN $Other[[C0]] END-EXEC.");
+  const auto marked = ExpectMarked(kSqlData, "EXEC SQL OPEN $Other[[C0]] END-EXEC.");
   EXPECT_THAT(marked.Implicit(), ElementsAre("Key HV-A OUT", "Key FLD OUT"));
 }
 
 TEST(SqlStatements, CallPassesItsParametersBothWays) {
-  const auto marked = ExpectMarked(kData,
+  const auto marked = ExpectMarked(kSqlData,
                                    "EXEC SQL CALL $Program[[OWNER.PROC1]] (:$ArgumentInOut[[HV-A]], "
                                    ":$ArgumentInOut[[HV-N]]:$OtherInOut[[IND]])\nEND-EXEC.\n"
                                    "EXEC SQL CALL :$ProgramOut[[HV-B]] (:$ArgumentInOut[[HV-A]]) END-EXEC.");
@@ -109,7 +109,7 @@ TEST(SqlStatements, CallPassesItsParametersBothWays) {
 }
 
 TEST(SqlStatements, SetBringsDataIn) {
-  ExpectMarked(kData,
+  ExpectMarked(kSqlData,
                "EXEC SQL SET :$IntoIn[[HV-A]] = CURRENT DATE END-EXEC.\n"
                "EXEC SQL SET :$IntoIn[[HV-A]] = UPPER(:$SourceOut[[HV-B]]), :$IntoIn[[HV-N]] = 1 END-EXEC.\n"
                "EXEC SQL VALUES (CURRENT TIMESTAMP) INTO :$IntoIn[[HV-A]] END-EXEC.\n"
@@ -120,7 +120,7 @@ TEST(SqlStatements, SetBringsDataIn) {
 }
 
 TEST(SqlStatements, PrepareAndExecuteReadTheirText) {
-  const auto marked = ExpectMarked(kData,
+  const auto marked = ExpectMarked(kSqlData,
                                    "EXEC SQL PREPARE S1 FROM :$SourceOut[[HV-A]] END-EXEC.\n"
                                    "EXEC SQL EXECUTE S1 USING :$SourceOut[[HV-B]] END-EXEC.\n"
                                    "EXEC SQL EXECUTE IMMEDIATE :$SourceOut[[HV-A]] END-EXEC.");
@@ -129,11 +129,12 @@ TEST(SqlStatements, PrepareAndExecuteReadTheirText) {
 }
 
 TEST(SqlStatements, WheneverNamesParagraphs) {
-  const auto marked = ExpectMarked(kData,
+  const auto marked = ExpectMarked(kSqlData,
                                    "EXEC SQL WHENEVER SQLERROR GO TO $Procedure[[MAIN]] END-EXEC.\n"
                                    "EXEC SQL WHENEVER NOT FOUND GOTO :$Procedure[[MAIN]] END-EXEC.\n"
                                    "EXEC SQL WHENEVER SQLWARNING CONTINUE END-EXEC.");
-  EXPECT_EQ(marked.Statements()[0], "STAT EXEC SQL WHENEVER");
+  EXPECT_THAT(marked.Statements(), ElementsAre("STAT EXEC SQL WHENEVER SQLERROR", "STAT EXEC SQL WHENEVER NOT FOUND",
+                                               "STAT EXEC SQL WHENEVER SQLWARNING"));
   for (const auto& node : marked.Nodes(Entity::Ref)) {
     EXPECT_EQ(marked.Model().nodes[node.declaration].entity, Entity::Par);
   }
@@ -141,7 +142,7 @@ TEST(SqlStatements, WheneverNamesParagraphs) {
 
 TEST(SqlStatements, HaveNothingOfTheProgramInTransactionsAndDeclarations) {
   const auto marked =
-      ExpectMarked(kData,
+      ExpectMarked(kSqlData,
                    "EXEC SQL COMMIT WORK END-EXEC.\n"
                    "EXEC SQL ROLLBACK END-EXEC.\n"
                    "EXEC SQL DECLARE $Other[[T1]] TABLE (A CHAR(10) NOT NULL, B DECIMAL(9,2)) END-EXEC.\n"
@@ -151,7 +152,7 @@ TEST(SqlStatements, HaveNothingOfTheProgramInTransactionsAndDeclarations) {
 }
 
 TEST(SqlStatements, TellOfUnknownAndAmbiguousVariables) {
-  const MarkedStatements marked(kData, "EXEC SQL DELETE FROM T1 WHERE A = :NIL\n  OR B = :FLD END-EXEC.");
+  const MarkedStatements marked(kSqlData, "EXEC SQL DELETE FROM T1 WHERE A = :NIL\n  OR B = :FLD END-EXEC.");
   EXPECT_THAT(marked.Diagnostics(), ElementsAre("1:36 NIL is not declared.", "2:11 FLD is ambiguous; qualify it."));
 }
 

@@ -8,7 +8,7 @@ namespace {
 
 using testing::ElementsAre;
 
-constexpr std::string_view kData = R"(       DATA DIVISION.
+constexpr std::string_view kStringData = R"(       DATA DIVISION.
        WORKING-STORAGE SECTION.
        01  A PIC X(10).
        01  B PIC X(10).
@@ -22,7 +22,7 @@ constexpr std::string_view kData = R"(       DATA DIVISION.
 )";
 
 TEST(StringVerb, ReadsItsSendersAndKeepsTheRestOfItsReceiver) {
-  const auto marked = ExpectMarked(kData,
+  const auto marked = ExpectMarked(kStringData,
                                    "STRING $SourceOut[[A]] $Source[[' ']] DELIMITED BY SIZE\n"
                                    "       $SourceOut[[B]] DELIMITED $Delimiter[[SPACE]]\n"
                                    "       $SourceOut[[C]] DELIMITED BY $DelimiterOut[[D]]\n"
@@ -31,7 +31,7 @@ TEST(StringVerb, ReadsItsSendersAndKeepsTheRestOfItsReceiver) {
 }
 
 TEST(StringVerb, HasABranchForAnOverflow) {
-  const auto marked = ExpectMarked(kData,
+  const auto marked = ExpectMarked(kStringData,
                                    "STRING $SourceOut[[A]] DELIMITED SIZE INTO $TargetInOut[[B]] POINTER\n"
                                    "    $PointerInOut[[P]]\n"
                                    "    ON OVERFLOW MOVE $Source[[1]] TO $TargetIn[[N]]\n"
@@ -41,14 +41,14 @@ TEST(StringVerb, HasABranchForAnOverflow) {
 }
 
 TEST(StringVerb, TellsWhatItLacks) {
-  EXPECT_THAT(MarkedStatements(kData, "STRING INTO A.").Diagnostics(),
+  EXPECT_THAT(MarkedStatements(kStringData, "STRING INTO A.").Diagnostics(),
               ElementsAre("1:8 STRING lacks its sending items."));
-  EXPECT_THAT(MarkedStatements(kData, "STRING A DELIMITED SIZE.").Diagnostics(),
+  EXPECT_THAT(MarkedStatements(kStringData, "STRING A DELIMITED SIZE.").Diagnostics(),
               ElementsAre("1:24 STRING lacks INTO."));
 }
 
 TEST(UnstringVerb, WritesItsReceiversAndWhatItCounts) {
-  const auto marked = ExpectMarked(kData,
+  const auto marked = ExpectMarked(kStringData,
                                    "UNSTRING $SourceOut[[A]] DELIMITED BY ALL $Delimiter[[',']] OR $DelimiterOut[[D]]\n"
                                    "    INTO $TargetIn[[B]] DELIMITER IN $TargetIn[[C]] COUNT IN $CountIn[[N]]\n"
                                    "         $TargetIn[[T ($SubscriptOut[[M]])]] COUNT $CountIn[[M]]\n"
@@ -59,11 +59,11 @@ TEST(UnstringVerb, WritesItsReceiversAndWhatItCounts) {
 }
 
 TEST(UnstringVerb, CanDoWithoutDelimiters) {
-  ExpectMarked(kData, "UNSTRING $SourceOut[[A]] INTO $TargetIn[[B]] $TargetIn[[C]].");
+  ExpectMarked(kStringData, "UNSTRING $SourceOut[[A]] INTO $TargetIn[[B]] $TargetIn[[C]].");
 }
 
 TEST(InspectVerb, CountsWithoutChangingItsItem) {
-  const auto marked = ExpectMarked(kData,
+  const auto marked = ExpectMarked(kStringData,
                                    "INSPECT $SourceOut[[A]] TALLYING\n"
                                    "    $TallyInOut[[N]] FOR ALL $Other[['X']] $OtherOut[[B]] LEADING $Other[[ZERO]]\n"
                                    "        AFTER INITIAL $Delimiter[['(']] BEFORE $DelimiterOut[[C]]\n"
@@ -74,7 +74,7 @@ TEST(InspectVerb, CountsWithoutChangingItsItem) {
 }
 
 TEST(InspectVerb, ReplacesInItsItem) {
-  ExpectMarked(kData,
+  ExpectMarked(kStringData,
                "INSPECT $BothInOut[[A]] REPLACING CHARACTERS BY $Source[['*']] AFTER $Delimiter[['-']].\n"
                "INSPECT $BothInOut[[A]] REPLACING ALL $Other[['A']] BY $Source[['B']]\n"
                "    $OtherOut[[C]] BY $SourceOut[[D]] BEFORE INITIAL $Delimiter[['X']]\n"
@@ -83,39 +83,39 @@ TEST(InspectVerb, ReplacesInItsItem) {
 }
 
 TEST(InspectVerb, CountsAndReplaces) {
-  ExpectMarked(kData,
+  ExpectMarked(kStringData,
                "INSPECT $BothInOut[[A]] TALLYING $TallyInOut[[N]] FOR ALL $Other[['X']]\n"
                "    REPLACING ALL $Other[['X']] BY $Source[['Y']].");
 }
 
 TEST(InspectVerb, ConvertsCharacters) {
-  ExpectMarked(kData,
+  ExpectMarked(kStringData,
                "INSPECT $BothInOut[[A]] CONVERTING $Other[['abc']] TO $SourceOut[[B]]\n"
                "    AFTER INITIAL $Delimiter[[QUOTE]].");
 }
 
 TEST(InspectVerb, TellsWhatItLacks) {
-  EXPECT_THAT(MarkedStatements(kData, "INSPECT A.").Diagnostics(),
+  EXPECT_THAT(MarkedStatements(kStringData, "INSPECT A.").Diagnostics(),
               ElementsAre("1:10 INSPECT lacks TALLYING, REPLACING or CONVERTING."));
-  EXPECT_THAT(MarkedStatements(kData, "INSPECT A REPLACING ALL 'X'.").Diagnostics(),
+  EXPECT_THAT(MarkedStatements(kStringData, "INSPECT A REPLACING ALL 'X'.").Diagnostics(),
               ElementsAre("1:28 REPLACING lacks BY."));
-  EXPECT_THAT(MarkedStatements(kData, "INSPECT A CONVERTING B.").Diagnostics(),
+  EXPECT_THAT(MarkedStatements(kStringData, "INSPECT A CONVERTING B.").Diagnostics(),
               ElementsAre("1:23 CONVERTING lacks TO."));
 }
 
 TEST(ExamineVerb, CountsInTheRegisterTally) {
-  const auto marked = ExpectMarked(kData,
+  const auto marked = ExpectMarked(kStringData,
                                    "EXAMINE $SourceOut[[A]] TALLYING UNTIL FIRST $Other[['X']].\n"
                                    "EXAMINE $BothInOut[[A]] TALLYING ALL $Other[['X']] REPLACING BY $Source[['Y']].");
   EXPECT_THAT(marked.Implicit(), ElementsAre("Tally TALLY IN", "Tally TALLY IN"));
 }
 
 TEST(ExamineVerb, Replaces) {
-  ExpectMarked(kData, "EXAMINE $BothInOut[[A]] REPLACING LEADING $Other[[ZERO]] BY $Source[[SPACE]].");
+  ExpectMarked(kStringData, "EXAMINE $BothInOut[[A]] REPLACING LEADING $Other[[ZERO]] BY $Source[[SPACE]].");
 }
 
 TEST(TransformVerb, ChangesItsItem) {
-  ExpectMarked(kData,
+  ExpectMarked(kStringData,
                "TRANSFORM $BothInOut[[A]] CHARACTERS FROM $Other[['AB']] TO $Source[['XY']].\n"
                "TRANSFORM $BothInOut[[A]] FROM $OtherOut[[B]] TO $SourceOut[[C]].");
 }

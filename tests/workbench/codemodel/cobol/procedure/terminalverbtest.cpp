@@ -8,7 +8,7 @@ namespace {
 
 using testing::ElementsAre;
 
-constexpr std::string_view kData = R"(       ENVIRONMENT DIVISION.
+constexpr std::string_view kTerminalData = R"(       ENVIRONMENT DIVISION.
        CONFIGURATION SECTION.
        SPECIAL-NAMES.
            SYSIN IS CARDS CONSOLE IS OPERATOR.
@@ -23,7 +23,7 @@ constexpr std::string_view kData = R"(       ENVIRONMENT DIVISION.
 )";
 
 TEST(AcceptVerb, BringsDataIn) {
-  const auto marked = ExpectMarked(kData,
+  const auto marked = ExpectMarked(kTerminalData,
                                    "ACCEPT $TargetIn[[A]].\n"
                                    "ACCEPT $TargetIn[[T ($SubscriptOut[[N]])]] FROM $Source[[CARDS]].\n"
                                    "ACCEPT $TargetIn[[A]] FROM $Source[[CONSOLE]].\n"
@@ -32,7 +32,7 @@ TEST(AcceptVerb, BringsDataIn) {
 }
 
 TEST(AcceptVerb, AsksTheSystem) {
-  ExpectMarked(kData,
+  ExpectMarked(kTerminalData,
                "ACCEPT $TargetIn[[A]] FROM $Source[[DATE]].\n"
                "ACCEPT $TargetIn[[A]] FROM $Source[[DATE]] YYYYMMDD.\n"
                "ACCEPT $TargetIn[[A]] FROM $Source[[DAY]] YYYYDDD.\n"
@@ -48,7 +48,7 @@ TEST(AcceptVerb, AsksTheSystem) {
 }
 
 TEST(AcceptVerb, TakesAFieldOfTheScreen) {
-  ExpectMarked(kData,
+  ExpectMarked(kTerminalData,
                "ACCEPT $TargetIn[[A]] AT $Other[[0510]] WITH UNDERLINE.\n"
                "ACCEPT $TargetIn[[A]] AT LINE $OtherOut[[N]] COLUMN $Other[[5]] WITH NO ECHO AUTO-SKIP.\n"
                "ACCEPT $TargetIn[[A]] LINE NUMBER $Other[[5]] POSITION $Other[[1]] PROMPT $Other[['_']] TAB.\n"
@@ -57,12 +57,14 @@ TEST(AcceptVerb, TakesAFieldOfTheScreen) {
 }
 
 TEST(AcceptVerb, TellsWhatItLacks) {
-  EXPECT_THAT(MarkedStatements(kData, "ACCEPT FROM DATE.").Diagnostics(), ElementsAre("1:8 ACCEPT lacks its item."));
-  EXPECT_THAT(MarkedStatements(kData, "ACCEPT A FROM.").Diagnostics(), ElementsAre("1:14 FROM lacks its operand."));
+  EXPECT_THAT(MarkedStatements(kTerminalData, "ACCEPT FROM DATE.").Diagnostics(),
+              ElementsAre("1:8 ACCEPT lacks its item."));
+  EXPECT_THAT(MarkedStatements(kTerminalData, "ACCEPT A FROM.").Diagnostics(),
+              ElementsAre("1:14 FROM lacks its operand."));
 }
 
 TEST(DisplayVerb, ReadsItsOperands) {
-  const auto marked = ExpectMarked(kData,
+  const auto marked = ExpectMarked(kTerminalData,
                                    "DISPLAY $Source[['A=']] $SourceOut[[A]] $SourceOut[[T ($Subscript[[1]])]]\n"
                                    "    $Source[[FUNCTION TRIM ($ArgumentOut[[B]])]] WITH NO ADVANCING.\n"
                                    "DISPLAY $SourceOut[[A]] UPON $Other[[OPERATOR]].\n"
@@ -72,7 +74,7 @@ TEST(DisplayVerb, ReadsItsOperands) {
 }
 
 TEST(DisplayVerb, ShowsFieldsOfTheScreen) {
-  ExpectMarked(kData,
+  ExpectMarked(kTerminalData,
                "DISPLAY $Source[['NAME']] AT $Other[[0101]] WITH HIGHLIGHT BACKGROUND-COLOR $Other[[1]].\n"
                "DISPLAY $SourceOut[[A]] LINE $OtherOut[[N]] + $Other[[1]] COL $Other[[5]] ERASE EOL\n"
                "        $SourceOut[[B]] LINE $Other[[2]] POSITION $Other[[1]] REVERSE.\n"
@@ -81,19 +83,20 @@ TEST(DisplayVerb, ShowsFieldsOfTheScreen) {
 }
 
 TEST(DisplayVerb, TellsWhatItLacks) {
-  EXPECT_THAT(MarkedStatements(kData, "DISPLAY.").Diagnostics(), ElementsAre("1:8 DISPLAY lacks its operand."));
-  EXPECT_THAT(MarkedStatements(kData, "DISPLAY A UPON.").Diagnostics(), ElementsAre("1:15 UPON lacks a device."));
+  EXPECT_THAT(MarkedStatements(kTerminalData, "DISPLAY.").Diagnostics(), ElementsAre("1:8 DISPLAY lacks its operand."));
+  EXPECT_THAT(MarkedStatements(kTerminalData, "DISPLAY A UPON.").Diagnostics(),
+              ElementsAre("1:15 UPON lacks a device."));
 }
 
 TEST(ExhibitVerb, ReadsItsOperands) {
-  ExpectMarked(kData,
+  ExpectMarked(kTerminalData,
                "EXHIBIT NAMED $SourceOut[[A]] $SourceOut[[B]].\n"
                "EXHIBIT CHANGED NAMED $SourceOut[[A]].\n"
                "EXHIBIT $Source[['X']].");
 }
 
 TEST(TraceVerbs, HaveNoOperands) {
-  const auto marked = ExpectMarked(kData, "READY TRACE.\nRESET TRACE.");
+  const auto marked = ExpectMarked(kTerminalData, "READY TRACE.\nRESET TRACE.");
   EXPECT_THAT(marked.Statements(), ElementsAre("STAT READY", "STAT RESET"));
 }
 

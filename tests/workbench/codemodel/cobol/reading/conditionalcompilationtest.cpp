@@ -12,12 +12,12 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-struct Case {
+struct CompilationCase {
   std::string name, text, words;
 };
 
-void ExpectWords(const std::vector<Case>& cases) {
-  for (const Case& each : cases) {
+void ExpectWords(const std::vector<CompilationCase>& cases) {
+  for (const CompilationCase& each : cases) {
     const ExpandedProgram program({{"P.cbl", each.text}});
     EXPECT_EQ(program.Words(), each.words) << each.name;
     EXPECT_THAT(program.Problems(), IsEmpty()) << each.name;
@@ -124,7 +124,7 @@ TEST(ConditionalCompilation, ADefinitionInACopybookCountsBehindIt) {
 
 TEST(ConditionalCompilation, WhatCannotBeDecidedIsTakenWithAWarning) {
   const std::string warning = "warning: The condition cannot be decided from the sources; the text behind it is taken.";
-  const std::vector<Case> cases = {
+  const std::vector<CompilationCase> cases = {
       {"unknown constant", ">>IF X = 1\nA\n>>ELSE\nB\n>>END-IF", "A"},
       {"from outside", ">>DEFINE X PARAMETER\n>>IF X DEFINED\nA\n>>END-IF", "A"},
       {"no condition", ">>IF\nA\n>>END-IF", "A"},
@@ -132,7 +132,7 @@ TEST(ConditionalCompilation, WhatCannotBeDecidedIsTakenWithAWarning) {
       {"unknown subject", ">>EVALUATE X\n>>WHEN 1\nA\n>>WHEN 2\nB\n>>END-EVALUATE", "A"},
       {"too many parentheses", ">>IF " + std::string(5000, '(') + "X DEFINED\nA\n>>END-IF", "A"},
   };
-  for (const Case& each : cases) {
+  for (const CompilationCase& each : cases) {
     const ExpandedProgram program({{"P.cbl", each.text}});
     EXPECT_EQ(program.Words(), each.words) << each.name;
     EXPECT_THAT(program.Problems(), ElementsAre(testing::EndsWith(warning))) << each.name;

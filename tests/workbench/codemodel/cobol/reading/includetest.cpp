@@ -13,12 +13,12 @@ using namespace workbench::codemodel;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-struct Case {
+struct IncludeCase {
   std::string name, text, words;
 };
 
 TEST(Include, AnSqlIncludeIsACopy) {
-  const std::vector<Case> cases = {
+  const std::vector<IncludeCase> cases = {
       {"a name", "A. EXEC SQL INCLUDE BOOK END-EXEC. C.", "A. 01 B. C."},
       {"a literal", "A. EXEC SQL INCLUDE 'BOOK' END-EXEC. C.", "A. 01 B. C."},
       {"lower case", "A. exec sql include book end-exec. C.", "A. 01 B. C."},
@@ -28,7 +28,7 @@ TEST(Include, AnSqlIncludeIsACopy) {
       {"another EXEC", "A. EXEC SQL COMMIT END-EXEC. EXEC SQL INCLUDE BOOK END-EXEC.",
        "A. EXEC SQL COMMIT END-EXEC. 01 B."},
   };
-  for (const Case& each : cases) {
+  for (const IncludeCase& each : cases) {
     const ExpandedProgram program({{"P.cbl", each.text}, {"BOOK", "01 B."}, {"CODE", "MOVE 1 TO B"}});
     EXPECT_EQ(program.Words(), each.words) << each.name;
     EXPECT_THAT(program.Problems(), IsEmpty()) << each.name;
@@ -61,13 +61,13 @@ TEST(Include, ADefectCostsOnlyIt) {
 }
 
 TEST(Include, LibrarianStatementsAreACopy) {
-  const std::vector<Case> cases = {
+  const std::vector<IncludeCase> cases = {
       {"two plus signs", "       A.\n       ++INCLUDE BOOK\n       C.\n", "A. 01 B. C."},
       {"two plus signs in column 1", "       A.\n++INCLUDE BOOK\n       C.\n", "A. 01 B. C."},
       {"a hyphen", "       A.\n-INC BOOK\n       C.\n", "A. 01 B. C."},
       {"with a full stop", "       A.\n       ++INCLUDE BOOK.\n       C.\n", "A. 01 B. C."},
   };
-  for (const Case& each : cases) {
+  for (const IncludeCase& each : cases) {
     workbench::codemodel::cobol::LexerOptions fixed;
     fixed.format = workbench::codemodel::cobol::SourceFormat::Fixed;
     const ExpandedProgram program({{"P.cbl", each.text}, {"BOOK", "       01 B.\n"}}, {}, fixed);

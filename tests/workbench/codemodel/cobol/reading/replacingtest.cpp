@@ -12,12 +12,12 @@ namespace {
 using namespace workbench::codemodel;
 using testing::IsEmpty;
 
-struct Case {
+struct ReplacingCase {
   std::string name, pairs, copybook, words;
 };
 
-void ExpectWords(const std::vector<Case>& cases) {
-  for (const Case& each : cases) {
+void ExpectReplaced(const std::vector<ReplacingCase>& cases) {
+  for (const ReplacingCase& each : cases) {
     const ExpandedProgram program(
         {{"P.cbl", "COPY BOOK REPLACING " + each.pairs + ". END"}, {"BOOK", each.copybook}, {"INNER", "X Y"}});
     EXPECT_EQ(program.Words(), each.words + " END") << each.name;
@@ -26,7 +26,7 @@ void ExpectWords(const std::vector<Case>& cases) {
 }
 
 TEST(Replacing, ReplacesWordsLiteralsAndPseudoText) {
-  ExpectWords({
+  ExpectReplaced({
       {"a word", "A BY B", "A C A-1 A", "B C A-1 B"},
       {"words without case", "abc BY Xyz", "ABC Abc", "Xyz Xyz"},
       {"a literal", "'A' BY \"B\"", "'A' A 'a'", "\"B\" A 'a'"},
@@ -45,7 +45,7 @@ TEST(Replacing, ReplacesWordsLiteralsAndPseudoText) {
 }
 
 TEST(Replacing, ATagIsAPartOfAWord) {
-  ExpectWords({
+  ExpectReplaced({
       {"in front", "==:TAG:== BY ==PM==", "01 :TAG:-REC. 05 :TAG:-NO", "01 PM-REC. 05 PM-NO"},
       {"at the end", "==:TAG:== BY ==PM==", "REC-:TAG:. MOVE REC-:TAG: TO A", "REC-PM. MOVE REC-PM TO A"},
       {"in the middle", "==:TAG:== BY ==PM==", "PRE-:TAG:-X", "PRE-PM-X"},
@@ -62,7 +62,7 @@ TEST(Replacing, ATagIsAPartOfAWord) {
 }
 
 TEST(Replacing, ReachesIntoPictures) {
-  ExpectWords({
+  ExpectReplaced({
       {"a size", "==:LEN:== BY ==10==", "PIC X(:LEN:). PIC 9(:LEN:)V99.", "PIC X(10). PIC 9(10)V99."},
       {"a size in parentheses", "==(LEN)== BY ==(8)==", "PIC X(LEN).", "PIC X(8)."},
       {"a size as a word", "LEN BY 8", "PIC X(LEN) LEN", "PIC X(8) 8"},
@@ -82,7 +82,7 @@ TEST(Replacing, APictureThatIsMadeIsOneToken) {
 }
 
 TEST(Replacing, PartialWords) {
-  ExpectWords({
+  ExpectReplaced({
       {"leading", "LEADING ==AA== BY ==BB==", "AA-X XAA AA AA1", "BB-X XAA BB BB1"},
       {"leading with hyphen", "LEADING ==AA-== BY ==B-C-==", "AA-X AA", "B-C-X AA"},
       {"trailing", "TRAILING ==-AA== BY ==-BB==", "X-AA AA-X", "X-BB AA-X"},
@@ -97,7 +97,7 @@ TEST(Replacing, PartialWords) {
 }
 
 TEST(Replacing, AppliesToWhatTheCopybookCopies) {
-  ExpectWords({
+  ExpectReplaced({
       {"no REPLACING within", "X BY 1", "X COPY INNER. X", "1 1 Y 1"},
       {"the inner one first", "X BY 1 Z BY 2", "COPY INNER REPLACING Y BY Z.", "1 2"},
       {"the inner name too", "==:B:== BY ==INNER==", "COPY :B:. A", "X Y A"},
@@ -130,7 +130,7 @@ TEST(Replacing, ManyPairsAreTriedInTheirOrder) {
     words += "B" + text + " X ";
   }
   words.pop_back();
-  ExpectWords({{"many", pairs, copybook, words}});
+  ExpectReplaced({{"many", pairs, copybook, words}});
 }
 
 }  // namespace
