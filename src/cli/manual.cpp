@@ -9,7 +9,7 @@ namespace qmrules::cli {
 
 namespace {
 
-constexpr std::string_view kDescription =
+constexpr std::string_view kAboutTheCommand =
     "qmrules keeps a catalogue of business rules over a folder of legacy sources. Business functions trigger rule sets "
     "in sequence, rule sets hold rules in sequence, and each rule may point at a run of source lines. Scanning makes a "
     "model of each program, which knows every variable, statement, paragraph and condition of it. All commands but "
@@ -175,7 +175,7 @@ std::string ManualPage(const CommandDescription& program) {
   std::string page = fmt::format(".TH QMRULES 1 \"\" \"qmrules {}\" \"User Commands\"\n", QMRULES_VERSION);
   page += fmt::format(".SH NAME\nqmrules \\- {}\n", Roff(program.summary));
   page += ".SH SYNOPSIS\n.B qmrules\n[\\fIOPTION\\fR] \\fICOMMAND\\fR [\\fIARGUMENT\\fR]...\n";
-  page += fmt::format(".SH DESCRIPTION\n{}\n", Roff(kDescription));
+  page += fmt::format(".SH DESCRIPTION\n{}\n", Roff(kAboutTheCommand));
   page += ".SH OPTIONS\n" + RoffParameters(program) + RoffTerm("-h, --help", "Print the help of the command and exit.");
   page += ".SH COMMANDS\n";
   WalkCommands(program, [&page](const CommandDescription& command) { page += RoffCommand(command); });
@@ -186,7 +186,7 @@ std::string ManualPage(const CommandDescription& program) {
 }
 
 std::string ManualMarkdown(const CommandDescription& program) {
-  std::string text = fmt::format("# The command qmrules\n\n{}\n\n", kDescription);
+  std::string text = fmt::format("# The command qmrules\n\n{}\n\n", kAboutTheCommand);
   text += "This page is printed by `qmrules man --markdown`.\n\n";
   text += "## Options of every command\n\n" + MarkdownParameters(program);
   text += MarkdownSection("Keys and paths", "Form", kKeys);

@@ -22,7 +22,8 @@ class SweepCommand final : public WorkspaceCommand {
   int RunIn(Context& context, workbench::EmbeddedHost& host) override {
     shell::SweepCounts counts;
     Write(host, [&] {
-      counts = shell::RunValiditySweep(host.Repository(), host.FileSystem(), host.Folder().SourceFolder());
+      platform::SilentProgress progress;
+      counts = shell::RunValiditySweep(host.Repository(), host.FileSystem(), host.Folder().SourceFolder(), progress);
     });
     if (json_) {
       PrintJson(

@@ -3,6 +3,8 @@
 #include <fmt/format.h>
 
 #include "catalogue/gateway.h"
+#include "editing/messagenumbers.h"
+#include "editing/newobject.h"
 #include "platform/error.h"
 #include "shell/text.h"
 #include "shell/trim.h"
@@ -15,11 +17,10 @@ using platform::Object;
 
 namespace {
 
-constexpr int kEnterName = 512;
-constexpr int kExists = 513;
-constexpr int kCannotCreate = 514;
-constexpr int kProbablyExists = 603;
-constexpr int kExistsElsewhere = 623;
+constexpr int kEnterFunctionName = 512;
+constexpr int kFunctionExists = 513;
+constexpr int kCannotCreateFunction = 514;
+constexpr int kFunctionExistsElsewhere = 623;
 
 struct SafeTexts {
   std::string name;
@@ -27,7 +28,7 @@ struct SafeTexts {
 };
 
 Refused CannotCreate(const EditingContext& context, std::string_view reason) {
-  return {TwoLines(context.texts.Text(kCannotCreate), reason, MessageStyle::Exclamation)};
+  return {TwoLines(context.texts.Text(kCannotCreateFunction), reason, MessageStyle::Exclamation)};
 }
 
 void PutDescription(Object& function, const std::string& description) {
@@ -41,26 +42,18 @@ BusinessFunctionOutcome TakeExisting(const EditingContext& context, Object& foun
   if (wanted.name != context.globals.UnassignedBFName)
     return CannotCreate(context, context.texts.Text(kProbablyExists));
   const bool isHere = found.BelongsToProject(projectKey);
-  const Notice notice{shell::Subst(context.texts.Text(isHere ? kExists : kExistsElsewhere), {wanted.name}),
-                      MessageStyle::Information};
+  const Notice notice{
+      shell::Subst(context.texts.Text(isHere ? kFunctionExists : kFunctionExistsElsewhere), {wanted.name}),
+      MessageStyle::Information};
   if (!isHere) return Refused{notice};
   if (found.Attrs("Description").Text() != wanted.description) PutDescription(found, wanted.description);
   return ExistingFunction{catalogue::SplitKey(found.Key()).id, notice};
 }
 
-// The new object, or nothing when the store refuses the name.
-std::unique_ptr<Object> MakeObject(platform::Repository& repository, const std::string& name) {
-  try {
-    return repository.NewObject(kBusinessFunction, name);
-  } catch (const platform::Error&) {
-    return nullptr;  // the caller tells the reader why that happens
-  }
-}
-
 BusinessFunctionOutcome MakeNew(const EditingContext& context, const SafeTexts& wanted, std::string_view projectKey) {
   auto& repository = context.Repository();
   const auto transaction = repository.BeginTransaction();
-  const auto function = MakeObject(repository, wanted.name);
+  const auto function = TryNewObject(repository, kBusinessFunction, wanted.name);
   if (!function) return CannotCreate(context, context.texts.Text(kProbablyExists));
   try {
     function->Link("BelongsTo", projectKey);
@@ -90,7 +83,7 @@ NewBusinessFunction ProposedFunction(const EditingContext& context, const NewBus
 
 BusinessFunctionOutcome CreateBusinessFunction(const EditingContext& context, const NewBusinessFunction& wanted) {
   const SafeTexts safe{shell::SafeText(wanted.name), shell::SafeText(wanted.description)};
-  if (shell::IsBlank(safe.name)) return Refused{OneLine(context.texts, kEnterName, MessageStyle::Exclamation)};
+  if (shell::IsBlank(safe.name)) return Refused{OneLine(context.texts, kEnterFunctionName, MessageStyle::Exclamation)};
 
   auto& repository = context.Repository();
   const auto command = repository.BeginCommand("CreateFunction");

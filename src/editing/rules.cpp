@@ -11,6 +11,8 @@
 #include "catalogue/rulesetcalls.h"
 #include "catalogue/sequence.h"
 #include "catalogue/uniquename.h"
+#include "editing/messagenumbers.h"
+#include "editing/newobject.h"
 #include "platform/error.h"
 #include "shell/text.h"
 #include "shell/trim.h"
@@ -29,20 +31,10 @@ using platform::Object;
 namespace {
 
 constexpr int kEnterRuleName = 529;
-constexpr int kCannotCreate = 530;
+constexpr int kCannotCreateRule = 530;
 constexpr int kNotAdmissible = 533;
 constexpr int kCreated = 600;
-constexpr int kProbablyExists = 603;
-constexpr int kCurrentProjectOnly = 625;
 constexpr int kNameIsEmpty = 643;
-
-std::unique_ptr<Object> MakeObject(platform::Repository& repository) {
-  try {
-    return repository.NewObject(kRule, catalogue::UniqueName());
-  } catch (const Error&) {
-    return nullptr;  // the caller tells the reader why that happens
-  }
-}
 
 void FillNewRule(const EditingContext& context, const NewRule& wanted, Object& rule) {
   rule.Edit();
@@ -123,10 +115,10 @@ RuleOutcome CreateRule(const EditingContext& context, const NewRule& wanted) {
   if (!ruleSet->BelongsToProject(context.frontEnd.ProjectObject()->ObjectID())) {
     return Refused{OneLine(context.texts, kCurrentProjectOnly, MessageStyle::Exclamation)};
   }
-  const auto rule = MakeObject(repository);
+  const auto rule = TryNewObject(repository, kRule, catalogue::UniqueName());
   if (!rule) {
-    return Refused{
-        TwoLines(context.texts.Text(kCannotCreate), context.texts.Text(kProbablyExists), MessageStyle::Exclamation)};
+    return Refused{TwoLines(context.texts.Text(kCannotCreateRule), context.texts.Text(kProbablyExists),
+                            MessageStyle::Exclamation)};
   }
   FillNewRule(context, safe, *rule);
   ruleSet->Link("Has", rule->Key());

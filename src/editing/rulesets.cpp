@@ -8,6 +8,8 @@
 #include "catalogue/ignorederrors.h"
 #include "catalogue/sequence.h"
 #include "catalogue/uniquename.h"
+#include "editing/messagenumbers.h"
+#include "editing/newobject.h"
 #include "platform/error.h"
 #include "shell/text.h"
 #include "shell/trim.h"
@@ -25,13 +27,11 @@ using platform::Object;
 namespace {
 
 constexpr int kContinue = 535;
-constexpr int kEnterName = 537;
-constexpr int kCannotCreate = 539;
-constexpr int kExists = 540;
+constexpr int kEnterRuleSetName = 537;
+constexpr int kCannotCreateRuleSet = 539;
+constexpr int kRuleSetExists = 540;
 constexpr int kOutsideOfFunction = 541;
-constexpr int kProbablyExists = 603;
-constexpr int kExistsElsewhere = 619;
-constexpr int kCurrentProjectOnly = 625;
+constexpr int kRuleSetExistsElsewhere = 619;
 constexpr int kMustBelongToProject = 635;
 
 // One creation under way: the request with its texts made safe.
@@ -43,7 +43,8 @@ struct Creation {
 };
 
 Refused CannotCreate(const EditingContext& context) {
-  return {TwoLines(context.texts.Text(kCannotCreate), context.texts.Text(kProbablyExists), MessageStyle::Exclamation)};
+  return {TwoLines(context.texts.Text(kCannotCreateRuleSet), context.texts.Text(kProbablyExists),
+                   MessageStyle::Exclamation)};
 }
 
 // The object of this name, or nothing when there is none or the store cannot tell.
@@ -90,19 +91,11 @@ std::int32_t MakeCall(const Creation& creation, const std::string& ruleSetKey) {
   return SplitKey(call->Key()).id;
 }
 
-std::unique_ptr<Object> MakeObject(platform::Repository& repository, const std::string& name) {
-  try {
-    return repository.NewObject(kRuleSet, name);
-  } catch (const platform::Error&) {
-    return nullptr;  // the caller tells the reader why that happens
-  }
-}
-
 RuleSetOutcome MakeNew(const Creation& creation) {
   const auto& wanted = creation.wanted;
   auto& repository = creation.context.Repository();
   const auto transaction = repository.BeginTransaction();
-  const auto ruleSet = MakeObject(repository, wanted.name);
+  const auto ruleSet = TryNewObject(repository, kRuleSet, wanted.name);
   if (!ruleSet) return CannotCreate(creation.context);
   ruleSet->Edit();
   ruleSet->Attrs("Description", wanted.description);
@@ -117,9 +110,9 @@ RuleSetOutcome TakeOrdinary(const Creation& creation, const Object& found) {
   const auto& texts = creation.context.texts;
   const auto& name = creation.wanted.name;
   if (!found.BelongsToProject(creation.projectKey)) {
-    return Refused{{shell::Subst(texts.Text(kExistsElsewhere), {name}), MessageStyle::Exclamation}};
+    return Refused{{shell::Subst(texts.Text(kRuleSetExistsElsewhere), {name}), MessageStyle::Exclamation}};
   }
-  return RuleSetQuestion{SplitKey(found.Key()).id, TwoLines(shell::Subst(texts.Text(kExists), {name}),
+  return RuleSetQuestion{SplitKey(found.Key()).id, TwoLines(shell::Subst(texts.Text(kRuleSetExists), {name}),
                                                             texts.Text(kContinue), MessageStyle::QuestionOkCancel)};
 }
 
@@ -136,7 +129,7 @@ RuleSetOutcome MakeOrTakeDefault(const Creation& creation, const Object& functio
 
   PutDescriptionWhereItDiffers(*found, wanted.description);
   const bool isHere = found->BelongsToProject(projectKey);
-  const std::string exists = shell::Subst(context.texts.Text(kExists), {wanted.name});
+  const std::string exists = shell::Subst(context.texts.Text(kRuleSetExists), {wanted.name});
   return ExistingRuleSet{SplitKey(found->Key()).id,
                          isHere ? Notice{exists, MessageStyle::Information}
                                 : TwoLines(exists, context.texts.Text(kMustBelongToProject), MessageStyle::Exclamation),
@@ -150,7 +143,7 @@ RuleSetOutcome CreateRuleSet(const EditingContext& context, const NewRuleSet& wa
   creation.wanted.name = shell::SafeText(wanted.name);
   creation.wanted.description = shell::SafeText(wanted.description);
   const std::string& name = creation.wanted.name;
-  if (shell::IsBlank(name)) return Refused{OneLine(context.texts, kEnterName, MessageStyle::Exclamation)};
+  if (shell::IsBlank(name)) return Refused{OneLine(context.texts, kEnterRuleSetName, MessageStyle::Exclamation)};
 
   auto& repository = context.Repository();
   const auto command = repository.BeginCommand("CreateRuleSet");

@@ -3,7 +3,7 @@
 namespace qmrules::shell {
 namespace {
 
-constexpr StringTableEntry kTable[] = {
+constexpr StringTableEntry kEnglish[] = {
     {100, "Activity Log for Rule%1"},
     {101, "Activity Log"},
     {102, "&Add"},
@@ -273,12 +273,12 @@ constexpr StringTableEntry kTable[] = {
     {649, "Deleted %1 control condition(s)"},
 };
 
-static_assert(IsComplete(kTable));
+static_assert(IsComplete(kEnglish));
 
 }  // namespace
 
 std::span<const StringTableEntry> EnglishStringTable() {
-  return kTable;
+  return kEnglish;
 }
 
 }  // namespace qmrules::shell

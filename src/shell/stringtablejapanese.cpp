@@ -3,7 +3,7 @@
 namespace qmrules::shell {
 namespace {
 
-constexpr StringTableEntry kTable[] = {
+constexpr StringTableEntry kJapanese[] = {
     {100, "ルール%1 のアクティビティログ"},
     {101, "アクティビティログ"},
     {102, "追加(&A)"},
@@ -271,12 +271,12 @@ constexpr StringTableEntry kTable[] = {
     {649, "%1 件の制御条件の削除"},
 };
 
-static_assert(IsComplete(kTable));
+static_assert(IsComplete(kJapanese));
 
 }  // namespace
 
 std::span<const StringTableEntry> JapaneseStringTable() {
-  return kTable;
+  return kJapanese;
 }
 
 }  // namespace qmrules::shell

@@ -3,7 +3,7 @@
 namespace qmrules::shell {
 namespace {
 
-constexpr StringTableEntry kTable[] = {
+constexpr StringTableEntry kKorean[] = {
     {100, "규칙%1의 활동 로그"},
     {101, "활동 로그"},
     {102, "추가(&A)"},
@@ -271,12 +271,12 @@ constexpr StringTableEntry kTable[] = {
     {649, "제어 조건 %1개 삭제됨"},
 };
 
-static_assert(IsComplete(kTable));
+static_assert(IsComplete(kKorean));
 
 }  // namespace
 
 std::span<const StringTableEntry> KoreanStringTable() {
-  return kTable;
+  return kKorean;
 }
 
 }  // namespace qmrules::shell

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "catalogue/collectionitems.h"
 #include "platform/error.h"
 
 namespace qmrules::catalogue {
@@ -32,10 +33,6 @@ class AttributeSchema : public testing::Test {
   platform::XmlDocument document;
   platform::XmlElement rules;
 };
-
-std::vector<std::string> Items(const platform::KeyedCollection<std::string>& collection) {
-  return {collection.begin(), collection.end()};
-}
 
 TEST_F(AttributeSchema, AnAttributeThatIsNotDefinedTakesAnyValue) {
   EXPECT_TRUE(IsAttributeValueValid(document, "Nowhere", "1,5"));

@@ -4,6 +4,7 @@
 
 #include <deque>
 
+#include "catalogue/collectionitems.h"
 #include "platform/error.h"
 #include "support/teststore.h"
 
@@ -11,10 +12,6 @@ namespace qmrules::catalogue {
 namespace {
 
 using platform::KeyedCollection;
-
-std::vector<std::string> Items(const KeyedCollection<std::string>& collection) {
-  return {collection.begin(), collection.end()};
-}
 
 std::string SplitFailure(std::string_view key) {
   try {

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "platform/xml.h"
+#include "platform/xmlloaderror.h"
 #include "support/errortext.h"
 #include "support/temporaryfolder.h"
 
@@ -16,10 +17,6 @@ namespace {
 using test::TemporaryFolder;
 
 using test::ErrorText;
-
-std::string LoadError(std::string_view text, const XmlLimits& limits = {}) {
-  return ErrorText([&] { XmlDocument().loadXML(text, "a.xml", limits); });
-}
 
 std::string Nested(int depth) {
   std::string text;

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "platform/xml.h"
+#include "platform/xmlloaderror.h"
 #include "support/errortext.h"
 
 namespace qmrules::platform {
@@ -12,10 +13,6 @@ namespace {
 using test::ErrorText;
 
 using namespace std::string_view_literals;
-
-std::string LoadError(std::string_view text) {
-  return ErrorText([&] { XmlDocument().loadXML(text, "a.xml"); });
-}
 
 TEST(XmlParse, ErrorNamesSourceLineAndColumn) {
   EXPECT_EQ(LoadError("<r>\n  <a>\n  </r>"), "a.xml:3:7: Opening and ending tag mismatch: a line 2 and r");

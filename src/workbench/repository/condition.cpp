@@ -8,14 +8,13 @@
 
 #include "platform/error.h"
 #include "shell/text.h"
+#include "workbench/repository/querysyntax.h"
 
 namespace qmrules::workbench::repository {
 
 namespace {
 
 using platform::XmlElement;
-
-constexpr std::size_t kShownCharacters = 200;
 
 // An element and the way to it. The links stand on the stack of the calls that lead here.
 class Place {

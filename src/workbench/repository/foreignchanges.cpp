@@ -15,14 +15,14 @@
 
 namespace qmrules::workbench::repository {
 
-namespace {
-
 struct ForeignEntry {
   std::string action;
   std::string object;
   std::string other;
   std::string relation;
 };
+
+namespace {
 
 std::int64_t LastEntry(StoreSession& session) {
   static const std::string sql = fmt::format("SELECT COALESCE(MAX(EntryID), 0) FROM \"{}\"", journalTable);

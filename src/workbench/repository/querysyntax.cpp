@@ -8,8 +8,6 @@ namespace qmrules::workbench::repository {
 
 namespace {
 
-constexpr std::size_t kShownCharacters = 200;
-
 bool IsNameByte(char character) {
   return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') ||
          (character >= '0' && character <= '9') || character == '_' || character == '-' || character == '.' ||

@@ -15,6 +15,9 @@ struct QueryText {
   std::string_view text;
 };
 
+// Of a text that an error quotes; what is longer is cut.
+inline constexpr std::size_t kShownCharacters = 200;
+
 // The error for a mistake at byte `position` (at most the text's length), to be thrown by the caller:
 //
 //   filter "ID=1&" column 6: a comparison is expected

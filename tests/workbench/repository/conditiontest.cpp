@@ -9,6 +9,7 @@
 
 #include "platform/error.h"
 #include "platform/xml.h"
+#include "support/errortext.h"
 
 namespace qmrules::workbench::repository {
 namespace {
@@ -25,7 +26,7 @@ std::string WithCond(std::string_view cond) {
 }
 
 // Writes a condition as nested calls.
-struct Describer {
+struct ConditionDescriber {
   static std::string Mark(bool isNegated) { return isNegated ? "not " : ""; }
 
   std::string operator()(const ConditionTest& test) const {
@@ -55,23 +56,18 @@ struct Describer {
 };
 
 // The condition of a document with this content of `cond`.
-std::string Tree(std::string_view cond) {
+std::string ConditionTree(std::string_view cond) {
   const ConditionObject object = Parse(WithCond(cond));
-  return object.condition ? std::visit(Describer(), object.condition->node) : "none";
+  return object.condition ? std::visit(ConditionDescriber(), object.condition->node) : "none";
 }
 
-// The whole text of the error that reading the document ends with; "" when it ends with none.
-std::string ErrorOf(std::string_view xml) {
-  try {
-    Parse(xml);
-  } catch (const platform::Error& error) {
-    return error.what();
-  }
-  return "";
+// The whole text of the error that reading the document ends with; "(no error)" when it ends with none.
+std::string ConditionError(std::string_view xml) {
+  return test::ErrorText([&] { Parse(xml); });
 }
 
 std::string ErrorOfCond(std::string_view cond) {
-  return ErrorOf(WithCond(cond));
+  return ConditionError(WithCond(cond));
 }
 
 std::string Attr(std::string_view name, std::string_view op, std::string_view arg, std::string_view more = "") {
@@ -116,38 +112,38 @@ TEST(Condition, WithoutFetchIDTheIDIsNotDelivered) {
 }
 
 TEST(Condition, PlainOperatorsAreRead) {
-  EXPECT_EQ(Tree(Attr("A", "=", "1")), "equal A [1]");
-  EXPECT_EQ(Tree(Attr("A", "&lt;", "1")), "less A [1]");
-  EXPECT_EQ(Tree(Attr("A", "&gt;", "1")), "more A [1]");
-  EXPECT_EQ(Tree(Attr("A", "like", "x*")), "like A [x*]");
-  EXPECT_EQ(Tree(Attr("A", "in", "x,y")), "in A [x][y]");
+  EXPECT_EQ(ConditionTree(Attr("A", "=", "1")), "equal A [1]");
+  EXPECT_EQ(ConditionTree(Attr("A", "&lt;", "1")), "less A [1]");
+  EXPECT_EQ(ConditionTree(Attr("A", "&gt;", "1")), "more A [1]");
+  EXPECT_EQ(ConditionTree(Attr("A", "like", "x*")), "like A [x*]");
+  EXPECT_EQ(ConditionTree(Attr("A", "in", "x,y")), "in A [x][y]");
 }
 
 TEST(Condition, ShownOperatorsComeAsTheirNegatedOpposite) {
-  EXPECT_EQ(Tree(Attr("A", "&lt;&gt;", "1")), "not equal A [1]");
-  EXPECT_EQ(Tree(Attr("A", "&lt;=", "5")), "not more A [5]");
-  EXPECT_EQ(Tree(Attr("A", "&gt;=", "5")), "not less A [5]");
-  EXPECT_EQ(Tree(Attr("A", "not like", "x*")), "not like A [x*]");
-  EXPECT_EQ(Tree(Attr("A", "not in", "x,y")), "not in A [x][y]");
+  EXPECT_EQ(ConditionTree(Attr("A", "&lt;&gt;", "1")), "not equal A [1]");
+  EXPECT_EQ(ConditionTree(Attr("A", "&lt;=", "5")), "not more A [5]");
+  EXPECT_EQ(ConditionTree(Attr("A", "&gt;=", "5")), "not less A [5]");
+  EXPECT_EQ(ConditionTree(Attr("A", "not like", "x*")), "not like A [x*]");
+  EXPECT_EQ(ConditionTree(Attr("A", "not in", "x,y")), "not in A [x][y]");
 }
 
 TEST(Condition, NegateTurnsATestRound) {
-  EXPECT_EQ(Tree(Attr("A", "&gt;", "5", "negate=\"true\"")), "not more A [5]");
-  EXPECT_EQ(Tree(Attr("A", "&gt;", "5", "negate=\"false\"")), "more A [5]");
+  EXPECT_EQ(ConditionTree(Attr("A", "&gt;", "5", "negate=\"true\"")), "not more A [5]");
+  EXPECT_EQ(ConditionTree(Attr("A", "&gt;", "5", "negate=\"false\"")), "more A [5]");
 }
 
 TEST(Condition, NegateAndAShownOperatorCancelOut) {
-  EXPECT_EQ(Tree(Attr("A", "&lt;=", "5", "negate=\"true\"")), "more A [5]");
-  EXPECT_EQ(Tree(Attr("A", "not in", "x", "negate=\"true\"")), "in A [x]");
+  EXPECT_EQ(ConditionTree(Attr("A", "&lt;=", "5", "negate=\"true\"")), "more A [5]");
+  EXPECT_EQ(ConditionTree(Attr("A", "not in", "x", "negate=\"true\"")), "in A [x]");
 }
 
 TEST(Condition, EmptyArgumentIsTheEmptyText) {
-  EXPECT_EQ(Tree(Attr("A", "=", "")), "equal A []");
-  EXPECT_EQ(Tree(Attr("A", "in", "")), "in A []");
+  EXPECT_EQ(ConditionTree(Attr("A", "=", "")), "equal A []");
+  EXPECT_EQ(ConditionTree(Attr("A", "in", "")), "in A []");
 }
 
 TEST(Condition, ArgumentOfInIsSplitAndTrimmed) {
-  EXPECT_EQ(Tree(Attr("A", "in", "  a b , c,,d ")), "in A [a b][c][][d]");
+  EXPECT_EQ(ConditionTree(Attr("A", "in", "  a b , c,,d ")), "in A [a b][c][][d]");
 }
 
 TEST(Condition, OnlyInSplitsItsArgument) {
@@ -158,40 +154,41 @@ TEST(Condition, OnlyInSplitsItsArgument) {
 }
 
 TEST(Condition, MarksOfTheFilterLanguageAreDataInAnArgument) {
-  EXPECT_EQ(Tree(Attr("A", "=", "~(x&amp;y)|\\,z")), "equal A [~(x&y)|\\,z]");
+  EXPECT_EQ(ConditionTree(Attr("A", "=", "~(x&amp;y)|\\,z")), "equal A [~(x&y)|\\,z]");
 }
 
 TEST(Condition, AndAndOrHoldTheirTestsInOrder) {
-  EXPECT_EQ(Tree("<and>" + Attr("A", "=", "1") + "<or>" + Attr("B", "=", "2") + Attr("B", "=", "3") + "</or>" +
-                 Attr("C", "=", "4") + "</and>"),
+  EXPECT_EQ(ConditionTree("<and>" + Attr("A", "=", "1") + "<or>" + Attr("B", "=", "2") + Attr("B", "=", "3") + "</or>" +
+                          Attr("C", "=", "4") + "</and>"),
             "and(equal A [1], or(equal B [2], equal B [3]), equal C [4])");
 }
 
 TEST(Condition, AndAndOrMayHoldASingleTest) {
-  EXPECT_EQ(Tree("<and><or>" + Attr("A", "=", "1") + "</or></and>"), "and(or(equal A [1]))");
+  EXPECT_EQ(ConditionTree("<and><or>" + Attr("A", "=", "1") + "</or></and>"), "and(or(equal A [1]))");
 }
 
 TEST(Condition, AndOrAndRelatedMayBeNegated) {
-  EXPECT_EQ(Tree("<and negate=\"true\"><or negate=\"true\">" + Attr("A", "=", "1") +
-                 "</or><related negate=\"true\"><reltype><rel name=\"Has\"/></reltype><object><objecttype><type "
-                 "name=\"RULEIO\"/></objecttype></object></related></and>"),
-            "not and(not or(equal A [1]), not related(Has RULEIO))");
+  EXPECT_EQ(
+      ConditionTree("<and negate=\"true\"><or negate=\"true\">" + Attr("A", "=", "1") +
+                    "</or><related negate=\"true\"><reltype><rel name=\"Has\"/></reltype><object><objecttype><type "
+                    "name=\"RULEIO\"/></objecttype></object></related></and>"),
+      "not and(not or(equal A [1]), not related(Has RULEIO))");
 }
 
 TEST(Condition, RelatedObjectHasAConditionOfItsOwn) {
-  EXPECT_EQ(
-      Tree("<and>" + Attr("A", "=", "1") + Related("Has", "RULEIO", Attr("IOName", "like", "x*", "negate=\"true\"")) +
-           Related("IsControlledBy", "RULECOND", "") + "</and>"),
-      "and(equal A [1], related(Has RULEIO: not like IOName [x*]), related(IsControlledBy RULECOND))");
+  EXPECT_EQ(ConditionTree("<and>" + Attr("A", "=", "1") +
+                          Related("Has", "RULEIO", Attr("IOName", "like", "x*", "negate=\"true\"")) +
+                          Related("IsControlledBy", "RULECOND", "") + "</and>"),
+            "and(equal A [1], related(Has RULEIO: not like IOName [x*]), related(IsControlledBy RULECOND))");
 }
 
 TEST(Condition, RelatedObjectsNest) {
-  EXPECT_EQ(Tree(Related("Has", "RULEIO", Related("BelongsTo", "RULE", Attr("A", "=", "1")))),
+  EXPECT_EQ(ConditionTree(Related("Has", "RULEIO", Related("BelongsTo", "RULE", Attr("A", "=", "1")))),
             "related(Has RULEIO: related(BelongsTo RULE: equal A [1]))");
 }
 
 TEST(Condition, TextAndCommentsArePassedOver) {
-  EXPECT_EQ(Tree("\n  <!-- one -->\n  " + Attr("A", "=", "1") + "\n"), "equal A [1]");
+  EXPECT_EQ(ConditionTree("\n  <!-- one -->\n  " + Attr("A", "=", "1") + "\n"), "equal A [1]");
 }
 
 TEST(Condition, ElementWithinADocumentIsReadLikeARoot) {
@@ -203,7 +200,7 @@ TEST(Condition, ElementWithinADocumentIsReadLikeARoot) {
 }
 
 TEST(Condition, AnythingButAnObjectIsRefused) {
-  EXPECT_EQ(ErrorOf("<cond/>"), "search condition cond: the element \"object\" is expected");
+  EXPECT_EQ(ConditionError("<cond/>"), "search condition cond: the element \"object\" is expected");
   try {
     ParseCondition({});
     FAIL() << "no element was taken for one";
@@ -213,27 +210,28 @@ TEST(Condition, AnythingButAnObjectIsRefused) {
 }
 
 TEST(Condition, MissingEntityIsRefused) {
-  EXPECT_EQ(ErrorOf("<object><cond/></object>"), "search condition object: the element \"objecttype\" is missing");
-  EXPECT_EQ(ErrorOf("<object><objecttype/></object>"),
+  EXPECT_EQ(ConditionError("<object><cond/></object>"),
+            "search condition object: the element \"objecttype\" is missing");
+  EXPECT_EQ(ConditionError("<object><objecttype/></object>"),
             "search condition object/objecttype: the element \"type\" is missing");
-  EXPECT_EQ(ErrorOf("<object><objecttype><type/></objecttype></object>"),
+  EXPECT_EQ(ConditionError("<object><objecttype><type/></objecttype></object>"),
             "search condition object/objecttype/type: the attribute \"name\" is missing");
-  EXPECT_EQ(ErrorOf("<object><objecttype><type name=\"\"/></objecttype></object>"),
+  EXPECT_EQ(ConditionError("<object><objecttype><type name=\"\"/></objecttype></object>"),
             "search condition object/objecttype/type: the attribute \"name\" is empty");
 }
 
 TEST(Condition, SeveralEntitiesAreRefused) {
-  EXPECT_EQ(ErrorOf("<object><objecttype><type name=\"RULE\"/><type name=\"RULEIO\"/></objecttype></object>"),
+  EXPECT_EQ(ConditionError("<object><objecttype><type name=\"RULE\"/><type name=\"RULEIO\"/></objecttype></object>"),
             "search condition object/objecttype/type: the element stands here more than once");
 }
 
 TEST(Condition, RepeatedElementIsRefused) {
   const std::string type = "<objecttype><type name=\"RULE\"/></objecttype>";
-  EXPECT_EQ(ErrorOf("<object>" + type + type + "</object>"),
+  EXPECT_EQ(ConditionError("<object>" + type + type + "</object>"),
             "search condition object/objecttype: the element stands here more than once");
-  EXPECT_EQ(ErrorOf("<object>" + type + "<cond/><cond/></object>"),
+  EXPECT_EQ(ConditionError("<object>" + type + "<cond/><cond/></object>"),
             "search condition object/cond: the element stands here more than once");
-  EXPECT_EQ(ErrorOf("<object>" + type + "<fetchid/><fetchid/></object>"),
+  EXPECT_EQ(ConditionError("<object>" + type + "<fetchid/><fetchid/></object>"),
             "search condition object/fetchid: the element stands here more than once");
   EXPECT_EQ(ErrorOfCond("<related><reltype><rel name=\"A\"/></reltype><reltype><rel name=\"B\"/></reltype></related>"),
             "search condition object/cond/related/reltype: the element stands here more than once");
@@ -245,17 +243,17 @@ TEST(Condition, RepeatedElementIsRefused) {
 
 TEST(Condition, UnknownElementIsRefusedWhereverItStands) {
   const std::string type = "<objecttype><type name=\"RULE\"/></objecttype>";
-  EXPECT_EQ(ErrorOf("<object>" + type + "<limit/></object>"),
+  EXPECT_EQ(ConditionError("<object>" + type + "<limit/></object>"),
             "search condition object/limit: the element is not expected here");
-  EXPECT_EQ(ErrorOf("<object><objecttype><kind/></objecttype></object>"),
+  EXPECT_EQ(ConditionError("<object><objecttype><kind/></objecttype></object>"),
             "search condition object/objecttype/kind: the element is not expected here");
-  EXPECT_EQ(ErrorOf("<object><objecttype><type name=\"RULE\"/><kind/></objecttype></object>"),
+  EXPECT_EQ(ConditionError("<object><objecttype><type name=\"RULE\"/><kind/></objecttype></object>"),
             "search condition object/objecttype/kind: the element is not expected here");
-  EXPECT_EQ(ErrorOf("<object><objecttype><type name=\"RULE\"><x/></type></objecttype></object>"),
+  EXPECT_EQ(ConditionError("<object><objecttype><type name=\"RULE\"><x/></type></objecttype></object>"),
             "search condition object/objecttype/type/x: the element is not expected here");
-  EXPECT_EQ(ErrorOf("<object>" + type + "<fetchid><x/></fetchid></object>"),
+  EXPECT_EQ(ConditionError("<object>" + type + "<fetchid><x/></fetchid></object>"),
             "search condition object/fetchid/x: the element is not expected here");
-  EXPECT_EQ(ErrorOf("<object>" + type + "<fetchattr name=\"A\"><x/></fetchattr></object>"),
+  EXPECT_EQ(ConditionError("<object>" + type + "<fetchattr name=\"A\"><x/></fetchattr></object>"),
             "search condition object/fetchattr/x: the element is not expected here");
   EXPECT_EQ(ErrorOfCond("<not/>"), "search condition object/cond/not: the element is not expected here");
   EXPECT_EQ(ErrorOfCond("<and><xor/></and>"), "search condition object/cond/and/xor: the element is not expected here");
@@ -283,19 +281,19 @@ TEST(Condition, MissingAttributeOfATestIsRefused) {
 }
 
 TEST(Condition, MissingNameOfAnAttributeToDeliverIsRefused) {
-  EXPECT_EQ(ErrorOf("<object><fetchattr as=\"X\"/></object>"),
+  EXPECT_EQ(ConditionError("<object><fetchattr as=\"X\"/></object>"),
             "search condition object/fetchattr: the attribute \"name\" is missing");
 }
 
 TEST(Condition, EmptyAliasIsRefused) {
-  EXPECT_EQ(ErrorOf("<object><fetchattr name=\"A\" as=\"\"/></object>"),
+  EXPECT_EQ(ConditionError("<object><fetchattr name=\"A\" as=\"\"/></object>"),
             "search condition object/fetchattr: the attribute \"as\" is empty");
-  EXPECT_EQ(ErrorOf("<object><fetchid as=\"\"/></object>"),
+  EXPECT_EQ(ConditionError("<object><fetchid as=\"\"/></object>"),
             "search condition object/fetchid: the attribute \"as\" is empty");
 }
 
 TEST(Condition, UnknownOrderIsRefused) {
-  EXPECT_EQ(ErrorOf("<object><fetchattr name=\"A\" order=\"up\"/></object>"),
+  EXPECT_EQ(ConditionError("<object><fetchattr name=\"A\" order=\"up\"/></object>"),
             "search condition object/fetchattr: the attribute \"order\" has the value \"up\"; \"asc\" or \"desc\" is "
             "expected");
 }
@@ -338,7 +336,7 @@ TEST(Condition, RelatedWithoutRelationOrObjectIsRefused) {
 }
 
 TEST(Condition, DepthIsTakenUpToItsBound) {
-  EXPECT_EQ(Tree(Nested("<and>", 99, Attr("A", "=", "1"), "</and>")), Nested("and(", 99, "equal A [1]", ")"));
+  EXPECT_EQ(ConditionTree(Nested("<and>", 99, Attr("A", "=", "1"), "</and>")), Nested("and(", 99, "equal A [1]", ")"));
 }
 
 TEST(Condition, DepthBeyondItsBoundIsRefused) {

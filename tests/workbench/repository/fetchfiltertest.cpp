@@ -16,7 +16,7 @@ namespace {
 using platform::FilterValue;
 using platform::Value;
 
-const std::string kExtension =
+const std::string kBillableAttribute =
     "<repstry><entities><entity name='RULE'><entityattrs><entityattr name='Billable' type='BOOLEAN'/>"
     "</entityattrs></entity></entities></repstry>";
 
@@ -24,7 +24,7 @@ class FilterOnRules : public ::testing::Test {
  protected:
   std::int32_t Add(const std::map<std::string, Value>& attributes) { return store.Add("RULE", "n", attributes); }
   std::string Passing(const std::string& filter) { return IDs(store.Repository(), "RULE", filter); }
-  TestStore store{kExtension};
+  TestStore store{kBillableAttribute};
 };
 
 TEST_F(FilterOnRules, EqualHeedsCase) {

@@ -6,19 +6,14 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/error.h"
+#include "support/errortext.h"
 
 namespace qmrules::workbench::repository {
 namespace {
 
-// The whole text of the error that reading the list ends with; "" when it ends with none.
-std::string ErrorOf(std::string_view list) {
-  try {
-    ParseFetchList(list);
-  } catch (const platform::Error& error) {
-    return error.what();
-  }
-  return "";
+// The whole text of the error that reading the list ends with; "(no error)" when it ends with none.
+std::string ListError(std::string_view list) {
+  return test::ErrorText([&] { ParseFetchList(list); });
 }
 
 TEST(FetchList, EmptyTextHasNoItems) {
@@ -65,50 +60,51 @@ TEST(FetchList, ColumnsCountUtf16Units) {
 }
 
 TEST(FetchList, EmptyItemIsRefused) {
-  EXPECT_EQ(ErrorOf("ID,,Name"), "fetch list \"ID,,Name\" column 4: an attribute name is expected");
-  EXPECT_EQ(ErrorOf(","), "fetch list \",\" column 1: an attribute name is expected");
+  EXPECT_EQ(ListError("ID,,Name"), "fetch list \"ID,,Name\" column 4: an attribute name is expected");
+  EXPECT_EQ(ListError(","), "fetch list \",\" column 1: an attribute name is expected");
 }
 
 TEST(FetchList, CommaAtTheEndIsRefused) {
-  EXPECT_EQ(ErrorOf("ID,"), "fetch list \"ID,\" column 4: an attribute name is expected");
+  EXPECT_EQ(ListError("ID,"), "fetch list \"ID,\" column 4: an attribute name is expected");
 }
 
 TEST(FetchList, BlanksAreRefused) {
-  EXPECT_EQ(ErrorOf(" "), "fetch list \" \" column 1: an attribute name is expected");
-  EXPECT_EQ(ErrorOf("ID, Name"), "fetch list \"ID, Name\" column 4: an attribute name is expected");
-  EXPECT_EQ(ErrorOf("ID ,Name"), "fetch list \"ID ,Name\" column 3: a \",\" or a \":\" is expected");
-  EXPECT_EQ(ErrorOf("> SeqNo"), "fetch list \"> SeqNo\" column 2: an attribute name is expected");
-  EXPECT_EQ(ErrorOf("ID:FuncID "), "fetch list \"ID:FuncID \" column 10: a \",\" is expected");
+  EXPECT_EQ(ListError(" "), "fetch list \" \" column 1: an attribute name is expected");
+  EXPECT_EQ(ListError("ID, Name"), "fetch list \"ID, Name\" column 4: an attribute name is expected");
+  EXPECT_EQ(ListError("ID ,Name"), "fetch list \"ID ,Name\" column 3: a \",\" or a \":\" is expected");
+  EXPECT_EQ(ListError("> SeqNo"), "fetch list \"> SeqNo\" column 2: an attribute name is expected");
+  EXPECT_EQ(ListError("ID:FuncID "), "fetch list \"ID:FuncID \" column 10: a \",\" is expected");
 }
 
 TEST(FetchList, EmptyAliasIsRefused) {
-  EXPECT_EQ(ErrorOf("ID:"), "fetch list \"ID:\" column 4: an alias is expected");
-  EXPECT_EQ(ErrorOf("ID:,Name"), "fetch list \"ID:,Name\" column 4: an alias is expected");
+  EXPECT_EQ(ListError("ID:"), "fetch list \"ID:\" column 4: an alias is expected");
+  EXPECT_EQ(ListError("ID:,Name"), "fetch list \"ID:,Name\" column 4: an alias is expected");
 }
 
 TEST(FetchList, DoubledSortMarkIsRefused) {
-  EXPECT_EQ(ErrorOf(">>SeqNo"), "fetch list \">>SeqNo\" column 2: an attribute name is expected");
-  EXPECT_EQ(ErrorOf("ID,<>SeqNo"), "fetch list \"ID,<>SeqNo\" column 5: an attribute name is expected");
-  EXPECT_EQ(ErrorOf(">"), "fetch list \">\" column 2: an attribute name is expected");
+  EXPECT_EQ(ListError(">>SeqNo"), "fetch list \">>SeqNo\" column 2: an attribute name is expected");
+  EXPECT_EQ(ListError("ID,<>SeqNo"), "fetch list \"ID,<>SeqNo\" column 5: an attribute name is expected");
+  EXPECT_EQ(ListError(">"), "fetch list \">\" column 2: an attribute name is expected");
 }
 
 TEST(FetchList, SortMarkBehindTheColonIsRefused) {
-  EXPECT_EQ(ErrorOf("Name:>Alias"), "fetch list \"Name:>Alias\" column 6: an alias is expected");
+  EXPECT_EQ(ListError("Name:>Alias"), "fetch list \"Name:>Alias\" column 6: an alias is expected");
 }
 
 TEST(FetchList, StrayColonIsRefused) {
-  EXPECT_EQ(ErrorOf(":Alias"), "fetch list \":Alias\" column 1: an attribute name is expected");
-  EXPECT_EQ(ErrorOf("A::B"), "fetch list \"A::B\" column 3: an alias is expected");
-  EXPECT_EQ(ErrorOf("A:B:C"), "fetch list \"A:B:C\" column 4: a \",\" is expected");
+  EXPECT_EQ(ListError(":Alias"), "fetch list \":Alias\" column 1: an attribute name is expected");
+  EXPECT_EQ(ListError("A::B"), "fetch list \"A::B\" column 3: an alias is expected");
+  EXPECT_EQ(ListError("A:B:C"), "fetch list \"A:B:C\" column 4: a \",\" is expected");
 }
 
 TEST(FetchList, ErrorCountsUtf16Units) {
-  EXPECT_EQ(ErrorOf("\xF0\x9F\x98\x80,!"), "fetch list \"\xF0\x9F\x98\x80,!\" column 4: an attribute name is expected");
+  EXPECT_EQ(ListError("\xF0\x9F\x98\x80,!"),
+            "fetch list \"\xF0\x9F\x98\x80,!\" column 4: an attribute name is expected");
 }
 
 TEST(FetchList, ErrorShowsTheBeginningOfALongList) {
   const std::string names(300, 'x');
-  EXPECT_EQ(ErrorOf(names + ","),
+  EXPECT_EQ(ListError(names + ","),
             "fetch list \"" + std::string(200, 'x') + "...\" column 302: an attribute name is expected");
 }
 

@@ -53,8 +53,8 @@ class Dice {
 const std::vector<std::string> kTexts = {"", "a", "A", "b", "B c", "10", "9"};
 
 // A catalogue in the store and, beside it, in plain containers.
-struct Catalogue {
-  explicit Catalogue(Dice& dice) {
+struct RandomCatalogue {
+  explicit RandomCatalogue(Dice& dice) {
     const auto transaction = store.Repository().BeginTransaction();
     for (const auto& [entity, attributes] : kAttributes) {
       const int count = 2 + dice.Roll(6);
@@ -227,7 +227,7 @@ std::string FetchList(const ReferenceNode& node, std::size_t place) {
   return list;
 }
 
-std::string FetchRows(Catalogue& catalogue, Dice& dice, const std::vector<ReferenceNode>& path) {
+std::string FetchRows(RandomCatalogue& catalogue, Dice& dice, const std::vector<ReferenceNode>& path) {
   const auto fetch = catalogue.store.Repository().NewFetch();
   std::optional<platform::RelationNode> related;
   platform::ObjectNode node;
@@ -250,7 +250,7 @@ std::string FetchRows(Catalogue& catalogue, Dice& dice, const std::vector<Refere
 
 class PlainEvaluation {
  public:
-  PlainEvaluation(const Catalogue& catalogue, const std::vector<ReferenceNode>& path)
+  PlainEvaluation(const RandomCatalogue& catalogue, const std::vector<ReferenceNode>& path)
       : catalogue_(catalogue), path_(path) {}
 
   std::string Rows() {
@@ -331,7 +331,7 @@ class PlainEvaluation {
     return isDescending ? b < a : a < b;
   }
 
-  const Catalogue& catalogue_;
+  const RandomCatalogue& catalogue_;
   const std::vector<ReferenceNode>& path_;
   std::vector<std::vector<std::int32_t>> rows_;
 };
@@ -349,7 +349,7 @@ TEST(FetchAgainstPlainEvaluation, RandomPathsGiveTheSameRowsInTheSameOrder) {
   Dice dice(1405);
   std::size_t rowsInAll = 0;
   for (int round = 0; round < 12; ++round) {
-    Catalogue catalogue(dice);
+    RandomCatalogue catalogue(dice);
     for (int query = 0; query < 150; ++query) {
       const auto path = MakePath(dice);
       const auto expected = PlainEvaluation(catalogue, path).Rows();

@@ -9,14 +9,14 @@
 #include <variant>
 #include <vector>
 
-#include "platform/error.h"
 #include "platform/fetch.h"
+#include "support/errortext.h"
 
 namespace qmrules::workbench::repository {
 namespace {
 
 // Writes a tree as nested calls with every value between "[" and "]", in a form that shares nothing with the language.
-struct Describer {
+struct FilterDescriber {
   std::string operator()(const Comparison& comparison) const {
     static constexpr const char* kNames[] = {"equal", "notequal",    "less", "lessequal",
                                              "more",  "moreorequal", "like", "in"};
@@ -41,19 +41,14 @@ struct Describer {
   }
 };
 
-std::string Tree(std::string_view filter) {
+std::string FilterTree(std::string_view filter) {
   const auto expression = ParseFilter(filter);
-  return expression ? std::visit(Describer(), expression->node) : "none";
+  return expression ? std::visit(FilterDescriber(), expression->node) : "none";
 }
 
-// The whole text of the error that reading the filter ends with; "" when it ends with none.
-std::string ErrorOf(std::string_view filter) {
-  try {
-    ParseFilter(filter);
-  } catch (const platform::Error& error) {
-    return error.what();
-  }
-  return "";
+// The whole text of the error that reading the filter ends with; "(no error)" when it ends with none.
+std::string FilterError(std::string_view filter) {
+  return test::ErrorText([&] { ParseFilter(filter); });
 }
 
 const Comparison& OnlyComparison(const std::unique_ptr<FilterExpression>& expression) {
@@ -72,163 +67,164 @@ TEST(Filter, EmptyOrBlankTextIsNoFilter) {
 }
 
 TEST(Filter, EqualTakesABareValue) {
-  EXPECT_EQ(Tree("ID=1234"), "equal ID [1234]");
-  EXPECT_EQ(Tree("Valid=Valid"), "equal Valid [Valid]");
+  EXPECT_EQ(FilterTree("ID=1234"), "equal ID [1234]");
+  EXPECT_EQ(FilterTree("Valid=Valid"), "equal Valid [Valid]");
 }
 
 TEST(Filter, EveryOperatorIsRead) {
-  EXPECT_EQ(Tree("A=1"), "equal A [1]");
-  EXPECT_EQ(Tree("A<>1"), "notequal A [1]");
-  EXPECT_EQ(Tree("A<1"), "less A [1]");
-  EXPECT_EQ(Tree("A<=1"), "lessequal A [1]");
-  EXPECT_EQ(Tree("A>1"), "more A [1]");
-  EXPECT_EQ(Tree("A>=1"), "moreorequal A [1]");
-  EXPECT_EQ(Tree("A like 1*"), "like A [1*]");
-  EXPECT_EQ(Tree("A in 1,b"), "in A [1][b]");
+  EXPECT_EQ(FilterTree("A=1"), "equal A [1]");
+  EXPECT_EQ(FilterTree("A<>1"), "notequal A [1]");
+  EXPECT_EQ(FilterTree("A<1"), "less A [1]");
+  EXPECT_EQ(FilterTree("A<=1"), "lessequal A [1]");
+  EXPECT_EQ(FilterTree("A>1"), "more A [1]");
+  EXPECT_EQ(FilterTree("A>=1"), "moreorequal A [1]");
+  EXPECT_EQ(FilterTree("A like 1*"), "like A [1*]");
+  EXPECT_EQ(FilterTree("A in 1,b"), "in A [1][b]");
 }
 
 TEST(Filter, WordsAreReadInAnyCase) {
-  EXPECT_EQ(Tree("Name LIKE x"), "like Name [x]");
-  EXPECT_EQ(Tree("Name Like x"), "like Name [x]");
-  EXPECT_EQ(Tree("ID IN 1,2"), "in ID <1><2>");
-  EXPECT_EQ(Tree("id In 1,2"), "in id <1><2>");
+  EXPECT_EQ(FilterTree("Name LIKE x"), "like Name [x]");
+  EXPECT_EQ(FilterTree("Name Like x"), "like Name [x]");
+  EXPECT_EQ(FilterTree("ID IN 1,2"), "in ID <1><2>");
+  EXPECT_EQ(FilterTree("id In 1,2"), "in id <1><2>");
 }
 
 TEST(Filter, AttributeMayBeNamedLikeAWord) {
-  EXPECT_EQ(Tree("in in a"), "in in [a]");
-  EXPECT_EQ(Tree("like=in"), "equal like [in]");
+  EXPECT_EQ(FilterTree("in in a"), "in in [a]");
+  EXPECT_EQ(FilterTree("like=in"), "equal like [in]");
 }
 
 TEST(Filter, EmptyValueIsTheEmptyText) {
-  EXPECT_EQ(Tree("Program="), "equal Program []");
-  EXPECT_EQ(Tree("~Program="), "not(equal Program [])");
-  EXPECT_EQ(Tree("Name like "), "like Name []");
-  EXPECT_EQ(Tree("ID=1&Name="), "and(equal ID [1], equal Name [])");
+  EXPECT_EQ(FilterTree("Program="), "equal Program []");
+  EXPECT_EQ(FilterTree("~Program="), "not(equal Program [])");
+  EXPECT_EQ(FilterTree("Name like "), "like Name []");
+  EXPECT_EQ(FilterTree("ID=1&Name="), "and(equal ID [1], equal Name [])");
 }
 
 TEST(Filter, ListOfIDsIsRead) {
-  EXPECT_EQ(Tree("ID in 0"), "in ID <0>");
-  EXPECT_EQ(Tree("ID in 0,17,42"), "in ID <0><17><42>");
-  EXPECT_EQ(Tree("~ID in 0"), "not(in ID <0>)");
+  EXPECT_EQ(FilterTree("ID in 0"), "in ID <0>");
+  EXPECT_EQ(FilterTree("ID in 0,17,42"), "in ID <0><17><42>");
+  EXPECT_EQ(FilterTree("~ID in 0"), "not(in ID <0>)");
 }
 
 TEST(Filter, ListMayStandInParentheses) {
-  EXPECT_EQ(Tree("ID in (0,17)"), "in ID <0><17>");
-  EXPECT_EQ(Tree("ID in ( 0 , 17 ) "), "in ID <0><17>");
-  EXPECT_EQ(Tree("(ID in (0,17) |Name in (a,b))&X=1"), "and(or(in ID <0><17>, in Name [a][b]), equal X [1])");
+  EXPECT_EQ(FilterTree("ID in (0,17)"), "in ID <0><17>");
+  EXPECT_EQ(FilterTree("ID in ( 0 , 17 ) "), "in ID <0><17>");
+  EXPECT_EQ(FilterTree("(ID in (0,17) |Name in (a,b))&X=1"), "and(or(in ID <0><17>, in Name [a][b]), equal X [1])");
 }
 
 TEST(Filter, ListOfIDsAllowsBlanksAndDropsDuplicates) {
-  EXPECT_EQ(Tree("ID in 3, 1 ,3,2"), "in ID <3><1><2>");
+  EXPECT_EQ(FilterTree("ID in 3, 1 ,3,2"), "in ID <3><1><2>");
 }
 
 TEST(Filter, ItemsOfATextListKeepTheirBlanks) {
-  EXPECT_EQ(Tree("Name in a, b ,c "), "in Name [a][ b ][c ]");
-  EXPECT_EQ(Tree("Name in  a"), "in Name [a]");
-  EXPECT_EQ(Tree("Name in ( a)"), "in Name [ a]");
+  EXPECT_EQ(FilterTree("Name in a, b ,c "), "in Name [a][ b ][c ]");
+  EXPECT_EQ(FilterTree("Name in  a"), "in Name [a]");
+  EXPECT_EQ(FilterTree("Name in ( a)"), "in Name [ a]");
 }
 
 TEST(Filter, EscapedCommaIsDataOfAnItem) {
-  EXPECT_EQ(Tree("Name in a\\,b,c"), "in Name [a,b][c]");
-  EXPECT_EQ(Tree("Name in (a\\,b,\\))"), "in Name [a,b][)]");
+  EXPECT_EQ(FilterTree("Name in a\\,b,c"), "in Name [a,b][c]");
+  EXPECT_EQ(FilterTree("Name in (a\\,b,\\))"), "in Name [a,b][)]");
 }
 
 TEST(Filter, CommaInParenthesesOfAnItemIsData) {
-  EXPECT_EQ(Tree("Name in f(a,b),c"), "in Name [f(a,b)][c]");
-  EXPECT_EQ(Tree("Name in (f(a,b),c)"), "in Name [f(a,b)][c]");
+  EXPECT_EQ(FilterTree("Name in f(a,b),c"), "in Name [f(a,b)][c]");
+  EXPECT_EQ(FilterTree("Name in (f(a,b),c)"), "in Name [f(a,b)][c]");
 }
 
 TEST(Filter, ParenthesesThatEndBeforeTheListBelongToItsItems) {
-  EXPECT_EQ(Tree("Name in (a),(b)"), "in Name [(a)][(b)]");
-  EXPECT_EQ(Tree("Name in ((a),(b))"), "in Name [(a)][(b)]");
-  EXPECT_EQ(Tree("Name in (a\\)),b"), "in Name [(a))][b]");
+  EXPECT_EQ(FilterTree("Name in (a),(b)"), "in Name [(a)][(b)]");
+  EXPECT_EQ(FilterTree("Name in ((a),(b))"), "in Name [(a)][(b)]");
+  EXPECT_EQ(FilterTree("Name in (a\\)),b"), "in Name [(a))][b]");
 }
 
 TEST(Filter, EmptyItemOfATextListIsTheEmptyText) {
-  EXPECT_EQ(Tree("Name in a,,b"), "in Name [a][][b]");
-  EXPECT_EQ(Tree("Name in ,"), "in Name [][]");
+  EXPECT_EQ(FilterTree("Name in a,,b"), "in Name [a][][b]");
+  EXPECT_EQ(FilterTree("Name in ,"), "in Name [][]");
 }
 
 TEST(Filter, CommaInAPlainValueIsData) {
-  EXPECT_EQ(Tree("Name=a,b"), "equal Name [a,b]");
+  EXPECT_EQ(FilterTree("Name=a,b"), "equal Name [a,b]");
 }
 
 TEST(Filter, AndJoinsAllItsTerms) {
-  EXPECT_EQ(Tree("A=1&B=2&C=3"), "and(equal A [1], equal B [2], equal C [3])");
+  EXPECT_EQ(FilterTree("A=1&B=2&C=3"), "and(equal A [1], equal B [2], equal C [3])");
 }
 
 TEST(Filter, OrJoinsAllItsTerms) {
-  EXPECT_EQ(Tree("(ID=1|ID=2|ID=3)"), "or(equal ID [1], equal ID [2], equal ID [3])");
+  EXPECT_EQ(FilterTree("(ID=1|ID=2|ID=3)"), "or(equal ID [1], equal ID [2], equal ID [3])");
 }
 
 TEST(Filter, NotBindsTighterThanAndAndAndTighterThanOr) {
-  EXPECT_EQ(Tree("~A=1&B=2|C=3&~D=4"), "or(and(not(equal A [1]), equal B [2]), and(equal C [3], not(equal D [4])))");
+  EXPECT_EQ(FilterTree("~A=1&B=2|C=3&~D=4"),
+            "or(and(not(equal A [1]), equal B [2]), and(equal C [3], not(equal D [4])))");
 }
 
 TEST(Filter, GroupingOverridesPrecedence) {
-  EXPECT_EQ(Tree("~(A=1&(B=2|C=3))"), "not(and(equal A [1], or(equal B [2], equal C [3])))");
+  EXPECT_EQ(FilterTree("~(A=1&(B=2|C=3))"), "not(and(equal A [1], or(equal B [2], equal C [3])))");
 }
 
 TEST(Filter, GroupsKeepTheirShape) {
-  EXPECT_EQ(Tree("(A=1&B=2)&C=3"), "and(and(equal A [1], equal B [2]), equal C [3])");
-  EXPECT_EQ(Tree("((A=1))"), "equal A [1]");
+  EXPECT_EQ(FilterTree("(A=1&B=2)&C=3"), "and(and(equal A [1], equal B [2]), equal C [3])");
+  EXPECT_EQ(FilterTree("((A=1))"), "equal A [1]");
 }
 
 TEST(Filter, DoubledNegationStays) {
-  EXPECT_EQ(Tree("~~A=1"), "not(not(equal A [1]))");
+  EXPECT_EQ(FilterTree("~~A=1"), "not(not(equal A [1]))");
 }
 
 TEST(Filter, GroupOfThreeTermsWithANegatedOne) {
-  EXPECT_EQ(Tree("(Model=COBOL&Program=GSS1&~FileName=)"),
+  EXPECT_EQ(FilterTree("(Model=COBOL&Program=GSS1&~FileName=)"),
             "and(equal Model [COBOL], equal Program [GSS1], not(equal FileName []))");
 }
 
 TEST(Filter, BlanksAroundNamesAndGroupsArePassedOver) {
-  EXPECT_EQ(Tree("  A =1&  ~  B=2"), "and(equal A [1], not(equal B [2]))");
-  EXPECT_EQ(Tree(" ( A=1) & ( B=2) "), "and(equal A [1], equal B [2])");
-  EXPECT_EQ(Tree("Name   like   x"), "like Name [x]");
+  EXPECT_EQ(FilterTree("  A =1&  ~  B=2"), "and(equal A [1], not(equal B [2]))");
+  EXPECT_EQ(FilterTree(" ( A=1) & ( B=2) "), "and(equal A [1], equal B [2])");
+  EXPECT_EQ(FilterTree("Name   like   x"), "like Name [x]");
 }
 
 TEST(Filter, BlanksOfAValueAreKept) {
-  EXPECT_EQ(Tree("A= a  b &B=c "), "and(equal A [ a  b ], equal B [c ])");
-  EXPECT_EQ(Tree("(A=x )"), "equal A [x ]");
-  EXPECT_EQ(Tree("A like x "), "like A [x ]");
+  EXPECT_EQ(FilterTree("A= a  b &B=c "), "and(equal A [ a  b ], equal B [c ])");
+  EXPECT_EQ(FilterTree("(A=x )"), "equal A [x ]");
+  EXPECT_EQ(FilterTree("A like x "), "like A [x ]");
 }
 
 TEST(Filter, OperatorsInAValueAreData) {
-  EXPECT_EQ(Tree("A=~b=c<d>e"), "equal A [~b=c<d>e]");
-  EXPECT_EQ(Tree("A==1"), "equal A [=1]");
-  EXPECT_EQ(Tree("A=b like c in d"), "equal A [b like c in d]");
+  EXPECT_EQ(FilterTree("A=~b=c<d>e"), "equal A [~b=c<d>e]");
+  EXPECT_EQ(FilterTree("A==1"), "equal A [=1]");
+  EXPECT_EQ(FilterTree("A=b like c in d"), "equal A [b like c in d]");
 }
 
 TEST(Filter, LongestOperatorIsRead) {
-  EXPECT_EQ(Tree("A<=1"), "lessequal A [1]");
-  EXPECT_EQ(Tree("A<\\=1"), "less A [=1]");
-  EXPECT_EQ(Tree("A<>=1"), "notequal A [=1]");
+  EXPECT_EQ(FilterTree("A<=1"), "lessequal A [1]");
+  EXPECT_EQ(FilterTree("A<\\=1"), "less A [=1]");
+  EXPECT_EQ(FilterTree("A<>=1"), "notequal A [=1]");
 }
 
 TEST(Filter, EscapedCharacterIsData) {
-  EXPECT_EQ(Tree("A=R\\&D\\|x\\)y\\(z\\~\\\\\\,"), "equal A [R&D|x)y(z~\\,]");
-  EXPECT_EQ(Tree("A=\\a\\\xC3\xA9"), "equal A [a\xC3\xA9]");
-  EXPECT_EQ(Tree("A like \\ x"), "like A [ x]");
+  EXPECT_EQ(FilterTree("A=R\\&D\\|x\\)y\\(z\\~\\\\\\,"), "equal A [R&D|x)y(z~\\,]");
+  EXPECT_EQ(FilterTree("A=\\a\\\xC3\xA9"), "equal A [a\xC3\xA9]");
+  EXPECT_EQ(FilterTree("A like \\ x"), "like A [ x]");
 }
 
 TEST(Filter, BalancedParenthesesInAValueBelongToIt) {
-  EXPECT_EQ(Tree("(Name=f(a&b)|Name=x)"), "or(equal Name [f(a&b)], equal Name [x])");
-  EXPECT_EQ(Tree("Name=(a)(b(c|d))e&B=1"), "and(equal Name [(a)(b(c|d))e], equal B [1])");
-  EXPECT_EQ(Tree("Name=f(a\\))"), "equal Name [f(a))]");
+  EXPECT_EQ(FilterTree("(Name=f(a&b)|Name=x)"), "or(equal Name [f(a&b)], equal Name [x])");
+  EXPECT_EQ(FilterTree("Name=(a)(b(c|d))e&B=1"), "and(equal Name [(a)(b(c|d))e], equal B [1])");
+  EXPECT_EQ(FilterTree("Name=f(a\\))"), "equal Name [f(a))]");
 }
 
 TEST(Filter, UnbalancedParenthesisEndsAValue) {
-  EXPECT_EQ(Tree("(A=x)&B=1"), "and(equal A [x], equal B [1])");
+  EXPECT_EQ(FilterTree("(A=x)&B=1"), "and(equal A [x], equal B [1])");
 }
 
 TEST(Filter, LineEndsAndForeignCharactersAreData) {
-  EXPECT_EQ(Tree("A=x\r\ny\t\xE6\x97\xA5"), "equal A [x\r\ny\t\xE6\x97\xA5]");
+  EXPECT_EQ(FilterTree("A=x\r\ny\t\xE6\x97\xA5"), "equal A [x\r\ny\t\xE6\x97\xA5]");
 }
 
 TEST(Filter, BytesThatAreNoUtf8AreData) {
-  EXPECT_EQ(Tree("A=\xFF\xC3&B=1"), "and(equal A [\xFF\xC3], equal B [1])");
+  EXPECT_EQ(FilterTree("A=\xFF\xC3&B=1"), "and(equal A [\xFF\xC3], equal B [1])");
 }
 
 TEST(Filter, ComparisonKnowsItsColumns) {
@@ -254,96 +250,98 @@ TEST(Filter, ItemsKnowTheirColumns) {
 }
 
 TEST(Filter, MissingComparisonIsRefused) {
-  EXPECT_EQ(ErrorOf("ID=1&"), "filter \"ID=1&\" column 6: a comparison is expected");
-  EXPECT_EQ(ErrorOf("&ID=1"), "filter \"&ID=1\" column 1: a comparison is expected");
-  EXPECT_EQ(ErrorOf("ID=1||ID=2"), "filter \"ID=1||ID=2\" column 6: a comparison is expected");
-  EXPECT_EQ(ErrorOf("~"), "filter \"~\" column 2: a comparison is expected");
-  EXPECT_EQ(ErrorOf("()"), "filter \"()\" column 2: a comparison is expected");
-  EXPECT_EQ(ErrorOf("=1"), "filter \"=1\" column 1: a comparison is expected");
-  EXPECT_EQ(ErrorOf("ID=1& "), "filter \"ID=1& \" column 7: a comparison is expected");
+  EXPECT_EQ(FilterError("ID=1&"), "filter \"ID=1&\" column 6: a comparison is expected");
+  EXPECT_EQ(FilterError("&ID=1"), "filter \"&ID=1\" column 1: a comparison is expected");
+  EXPECT_EQ(FilterError("ID=1||ID=2"), "filter \"ID=1||ID=2\" column 6: a comparison is expected");
+  EXPECT_EQ(FilterError("~"), "filter \"~\" column 2: a comparison is expected");
+  EXPECT_EQ(FilterError("()"), "filter \"()\" column 2: a comparison is expected");
+  EXPECT_EQ(FilterError("=1"), "filter \"=1\" column 1: a comparison is expected");
+  EXPECT_EQ(FilterError("ID=1& "), "filter \"ID=1& \" column 7: a comparison is expected");
 }
 
 TEST(Filter, MissingOperatorIsRefused) {
-  EXPECT_EQ(ErrorOf("ID"), "filter \"ID\" column 3: an operator is expected (=, <>, <, <=, >, >=, like, in)");
-  EXPECT_EQ(ErrorOf("ID&X=1"), "filter \"ID&X=1\" column 3: an operator is expected (=, <>, <, <=, >, >=, like, in)");
-  EXPECT_EQ(ErrorOf("Name is x"),
+  EXPECT_EQ(FilterError("ID"), "filter \"ID\" column 3: an operator is expected (=, <>, <, <=, >, >=, like, in)");
+  EXPECT_EQ(FilterError("ID&X=1"),
+            "filter \"ID&X=1\" column 3: an operator is expected (=, <>, <, <=, >, >=, like, in)");
+  EXPECT_EQ(FilterError("Name is x"),
             "filter \"Name is x\" column 6: an operator is expected (=, <>, <, <=, >, >=, like, in)");
-  EXPECT_EQ(ErrorOf("ID!=1"), "filter \"ID!=1\" column 3: an operator is expected (=, <>, <, <=, >, >=, like, in)");
+  EXPECT_EQ(FilterError("ID!=1"), "filter \"ID!=1\" column 3: an operator is expected (=, <>, <, <=, >, >=, like, in)");
 }
 
 TEST(Filter, WordOperatorNeedsABlankBehindIt) {
-  EXPECT_EQ(ErrorOf("Name like"),
+  EXPECT_EQ(FilterError("Name like"),
             "filter \"Name like\" column 6: an operator is expected (=, <>, <, <=, >, >=, like, in)");
-  EXPECT_EQ(ErrorOf("ID in(1)"),
+  EXPECT_EQ(FilterError("ID in(1)"),
             "filter \"ID in(1)\" column 4: an operator is expected (=, <>, <, <=, >, >=, like, in)");
-  EXPECT_EQ(ErrorOf("Name inx a"),
+  EXPECT_EQ(FilterError("Name inx a"),
             "filter \"Name inx a\" column 6: an operator is expected (=, <>, <, <=, >, >=, like, in)");
 }
 
 TEST(Filter, GroupLeftOpenIsRefused) {
-  EXPECT_EQ(ErrorOf("(A=1&B=2"), "filter \"(A=1&B=2\" column 9: a \")\" is expected for the \"(\" of column 1");
-  EXPECT_EQ(ErrorOf("A=1&~(B=2|(C=3)"),
+  EXPECT_EQ(FilterError("(A=1&B=2"), "filter \"(A=1&B=2\" column 9: a \")\" is expected for the \"(\" of column 1");
+  EXPECT_EQ(FilterError("A=1&~(B=2|(C=3)"),
             "filter \"A=1&~(B=2|(C=3)\" column 16: a \")\" is expected for the \"(\" of column 6");
 }
 
 TEST(Filter, ParenthesisOfAValueLeftOpenIsRefused) {
-  EXPECT_EQ(ErrorOf("Name=f(a&B=1"),
+  EXPECT_EQ(FilterError("Name=f(a&B=1"),
             "filter \"Name=f(a&B=1\" column 13: a \")\" is expected for the \"(\" of column 7");
-  EXPECT_EQ(ErrorOf("Name in (a,b"),
+  EXPECT_EQ(FilterError("Name in (a,b"),
             "filter \"Name in (a,b\" column 13: a \")\" is expected for the \"(\" of column 9");
 }
 
 TEST(Filter, ClosingParenthesisTooManyIsRefused) {
-  EXPECT_EQ(ErrorOf("ID=1)"), "filter \"ID=1)\" column 5: a \"(\" is expected before this \")\"");
-  EXPECT_EQ(ErrorOf("(ID=1))"), "filter \"(ID=1))\" column 7: a \"(\" is expected before this \")\"");
+  EXPECT_EQ(FilterError("ID=1)"), "filter \"ID=1)\" column 5: a \"(\" is expected before this \")\"");
+  EXPECT_EQ(FilterError("(ID=1))"), "filter \"(ID=1))\" column 7: a \"(\" is expected before this \")\"");
 }
 
 TEST(Filter, TextBehindAGroupIsRefused) {
-  EXPECT_EQ(ErrorOf("(ID=1)x"), "filter \"(ID=1)x\" column 7: a \"&\" or a \"|\" is expected");
-  EXPECT_EQ(ErrorOf("(ID=1) (ID=2)"), "filter \"(ID=1) (ID=2)\" column 8: a \"&\" or a \"|\" is expected");
+  EXPECT_EQ(FilterError("(ID=1)x"), "filter \"(ID=1)x\" column 7: a \"&\" or a \"|\" is expected");
+  EXPECT_EQ(FilterError("(ID=1) (ID=2)"), "filter \"(ID=1) (ID=2)\" column 8: a \"&\" or a \"|\" is expected");
 }
 
 TEST(Filter, EscapeWithoutACharacterIsRefused) {
-  EXPECT_EQ(ErrorOf("A=x\\"), "filter \"A=x\\\" column 5: a character is expected behind the \"\\\"");
-  EXPECT_EQ(ErrorOf("A=(x\\"), "filter \"A=(x\\\" column 6: a character is expected behind the \"\\\"");
+  EXPECT_EQ(FilterError("A=x\\"), "filter \"A=x\\\" column 5: a character is expected behind the \"\\\"");
+  EXPECT_EQ(FilterError("A=(x\\"), "filter \"A=(x\\\" column 6: a character is expected behind the \"\\\"");
 }
 
 TEST(Filter, EmptyListIsRefused) {
-  EXPECT_EQ(ErrorOf("ID in "), "filter \"ID in \" column 7: a list is expected");
-  EXPECT_EQ(ErrorOf("ID in ()"), "filter \"ID in ()\" column 8: a list is expected");
-  EXPECT_EQ(ErrorOf("Name in &A=1"), "filter \"Name in &A=1\" column 9: a list is expected");
+  EXPECT_EQ(FilterError("ID in "), "filter \"ID in \" column 7: a list is expected");
+  EXPECT_EQ(FilterError("ID in ()"), "filter \"ID in ()\" column 8: a list is expected");
+  EXPECT_EQ(FilterError("Name in &A=1"), "filter \"Name in &A=1\" column 9: a list is expected");
 }
 
 TEST(Filter, MalformedIDIsRefusedWithTheColumnInTheFilter) {
-  EXPECT_EQ(ErrorOf("ID in 0,x"), "filter \"ID in 0,x\" column 9: a number is expected");
-  EXPECT_EQ(ErrorOf("A=1&ID in (0,-1)"), "filter \"A=1&ID in (0,-1)\" column 14: a number is expected");
-  EXPECT_EQ(ErrorOf("ID in 0,1 2"), "filter \"ID in 0,1 2\" column 11: a \",\" is expected");
-  EXPECT_EQ(ErrorOf("ID in ((0))"), "filter \"ID in ((0))\" column 8: a number is expected");
+  EXPECT_EQ(FilterError("ID in 0,x"), "filter \"ID in 0,x\" column 9: a number is expected");
+  EXPECT_EQ(FilterError("A=1&ID in (0,-1)"), "filter \"A=1&ID in (0,-1)\" column 14: a number is expected");
+  EXPECT_EQ(FilterError("ID in 0,1 2"), "filter \"ID in 0,1 2\" column 11: a \",\" is expected");
+  EXPECT_EQ(FilterError("ID in ((0))"), "filter \"ID in ((0))\" column 8: a number is expected");
 }
 
 TEST(Filter, ErrorCountsUtf16Units) {
-  EXPECT_EQ(ErrorOf("A=\xF0\x9F\x98\x80&"), "filter \"A=\xF0\x9F\x98\x80&\" column 6: a comparison is expected");
+  EXPECT_EQ(FilterError("A=\xF0\x9F\x98\x80&"), "filter \"A=\xF0\x9F\x98\x80&\" column 6: a comparison is expected");
 }
 
 TEST(Filter, ErrorShowsTheBeginningOfALongFilter) {
-  EXPECT_EQ(ErrorOf("A=" + std::string(400, 'x') + "&"),
+  EXPECT_EQ(FilterError("A=" + std::string(400, 'x') + "&"),
             "filter \"A=" + std::string(198, 'x') + "...\" column 404: a comparison is expected");
 }
 
 TEST(Filter, NestingIsTakenUpToItsBound) {
-  EXPECT_EQ(Tree(Repeated("(", 200) + "A=1" + Repeated(")", 200)), "equal A [1]");
-  EXPECT_EQ(Tree(Repeated("~", 200) + "A=1"), Repeated("not(", 200) + "equal A [1]" + Repeated(")", 200));
+  EXPECT_EQ(FilterTree(Repeated("(", 200) + "A=1" + Repeated(")", 200)), "equal A [1]");
+  EXPECT_EQ(FilterTree(Repeated("~", 200) + "A=1"), Repeated("not(", 200) + "equal A [1]" + Repeated(")", 200));
   // Side by side they do not add up.
   EXPECT_NE(ParseFilter("A=1" + Repeated("&~(B=2)", 1000)), nullptr);
 }
 
 TEST(Filter, NestingBeyondItsBoundIsRefused) {
   const std::string shown = Repeated("~(", 100) + "...";
-  EXPECT_EQ(ErrorOf(Repeated("~(", 101) + "A=1" + Repeated(")", 101)),
+  EXPECT_EQ(FilterError(Repeated("~(", 101) + "A=1" + Repeated(")", 101)),
             "filter \"" + shown + "\" column 201: at most 200 \"(\" and \"~\" within each other are expected");
-  EXPECT_EQ(ErrorOf(Repeated("~", 1000000)), "filter \"" + Repeated("~", 200) +
-                                                 "...\" column 201: at most 200 \"(\" and \"~\" within each other are "
-                                                 "expected");
+  EXPECT_EQ(FilterError(Repeated("~", 1000000)),
+            "filter \"" + Repeated("~", 200) +
+                "...\" column 201: at most 200 \"(\" and \"~\" within each other are "
+                "expected");
 }
 
 TEST(Filter, ParenthesesOfAValueDoNotCountAsNesting) {
@@ -355,7 +353,7 @@ TEST(Filter, LengthIsTakenUpToItsBound) {
   std::string filter = "A=" + std::string(kFilterBytes - 2, 'x');
   EXPECT_EQ(OnlyComparison(ParseFilter(filter)).value.size(), kFilterBytes - 2);
   filter += 'x';
-  EXPECT_EQ(ErrorOf(filter),
+  EXPECT_EQ(FilterError(filter),
             "filter \"A=" + std::string(198, 'x') + "...\" column 1: a text of at most 67108864 bytes is expected");
 }
 
@@ -385,14 +383,14 @@ TEST(Filter, FilterValueMakesAnyTextData) {
   for (const std::string& data : {std::string("A & B | (C)~,\\"), std::string(" = x "), std::string(")"),
                                   std::string("\\"), std::string(), everyByte}) {
     EXPECT_EQ(OnlyComparison(ParseFilter("Name=" + platform::FilterValue(data))).value, data);
-    EXPECT_EQ(Tree("(A=1|Name=" + platform::FilterValue(data) + ")&B=2"),
+    EXPECT_EQ(FilterTree("(A=1|Name=" + platform::FilterValue(data) + ")&B=2"),
               "and(or(equal A [1], equal Name [" + data + "]), equal B [2])");
   }
 }
 
 TEST(Filter, FilterValueMakesAnyTextOneItemOfAList) {
   const std::string data = " a,(b),\\c|";
-  EXPECT_EQ(Tree("Name in (" + platform::FilterValue(data) + "," + platform::FilterValue(data) + ")"),
+  EXPECT_EQ(FilterTree("Name in (" + platform::FilterValue(data) + "," + platform::FilterValue(data) + ")"),
             "in Name [" + data + "][" + data + "]");
 }
 

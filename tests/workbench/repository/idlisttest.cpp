@@ -8,20 +8,16 @@
 #include <vector>
 
 #include "platform/error.h"
+#include "support/errortext.h"
 
 namespace qmrules::workbench::repository {
 namespace {
 
 using IDs = std::vector<std::int64_t>;
 
-// The whole text of the error that reading the list ends with; "" when it ends with none.
-std::string ErrorOf(std::string_view list) {
-  try {
-    ParseIDList(list);
-  } catch (const platform::Error& error) {
-    return error.what();
-  }
-  return "";
+// The whole text of the error that reading the list ends with; "(no error)" when it ends with none.
+std::string IDListError(std::string_view list) {
+  return test::ErrorText([&] { ParseIDList(list); });
 }
 
 TEST(IDList, KeepsTheOrderOfTheList) {
@@ -44,24 +40,24 @@ TEST(IDList, LeadingZerosDoNotCount) {
 
 TEST(IDList, TakesTheGreatestNumber) {
   EXPECT_EQ(ParseIDList("9223372036854775807"), (IDs{9223372036854775807}));
-  EXPECT_EQ(ErrorOf("1,9223372036854775808"),
+  EXPECT_EQ(IDListError("1,9223372036854775808"),
             "ID list \"1,9223372036854775808\" column 3: a number of at most 9223372036854775807 is expected");
 }
 
 TEST(IDList, AnythingButDigitsIsRefused) {
-  EXPECT_EQ(ErrorOf("0,x"), "ID list \"0,x\" column 3: a number is expected");
-  EXPECT_EQ(ErrorOf("-1"), "ID list \"-1\" column 1: a number is expected");
-  EXPECT_EQ(ErrorOf("+1"), "ID list \"+1\" column 1: a number is expected");
-  EXPECT_EQ(ErrorOf("1.5"), "ID list \"1.5\" column 2: a \",\" is expected");
-  EXPECT_EQ(ErrorOf("1 2"), "ID list \"1 2\" column 3: a \",\" is expected");
-  EXPECT_EQ(ErrorOf("1;2"), "ID list \"1;2\" column 2: a \",\" is expected");
+  EXPECT_EQ(IDListError("0,x"), "ID list \"0,x\" column 3: a number is expected");
+  EXPECT_EQ(IDListError("-1"), "ID list \"-1\" column 1: a number is expected");
+  EXPECT_EQ(IDListError("+1"), "ID list \"+1\" column 1: a number is expected");
+  EXPECT_EQ(IDListError("1.5"), "ID list \"1.5\" column 2: a \",\" is expected");
+  EXPECT_EQ(IDListError("1 2"), "ID list \"1 2\" column 3: a \",\" is expected");
+  EXPECT_EQ(IDListError("1;2"), "ID list \"1;2\" column 2: a \",\" is expected");
 }
 
 TEST(IDList, EmptyItemIsRefused) {
-  EXPECT_EQ(ErrorOf(""), "ID list \"\" column 1: a number is expected");
-  EXPECT_EQ(ErrorOf("1,"), "ID list \"1,\" column 3: a number is expected");
-  EXPECT_EQ(ErrorOf("1,,2"), "ID list \"1,,2\" column 3: a number is expected");
-  EXPECT_EQ(ErrorOf(",1"), "ID list \",1\" column 1: a number is expected");
+  EXPECT_EQ(IDListError(""), "ID list \"\" column 1: a number is expected");
+  EXPECT_EQ(IDListError("1,"), "ID list \"1,\" column 3: a number is expected");
+  EXPECT_EQ(IDListError("1,,2"), "ID list \"1,,2\" column 3: a number is expected");
+  EXPECT_EQ(IDListError(",1"), "ID list \",1\" column 1: a number is expected");
 }
 
 TEST(IDList, PartOfATextStopsAtItsEnd) {

@@ -5,19 +5,14 @@
 #include <string>
 #include <string_view>
 
-#include "platform/error.h"
+#include "support/errortext.h"
 
 namespace qmrules::workbench::repository {
 namespace {
 
-// The whole text of the error that reading the relation ends with; "" when it ends with none.
-std::string ErrorOf(std::string_view relation) {
-  try {
-    ParseRelation(relation);
-  } catch (const platform::Error& error) {
-    return error.what();
-  }
-  return "";
+// The whole text of the error that reading the relation ends with; "(no error)" when it ends with none.
+std::string PathError(std::string_view relation) {
+  return test::ErrorText([&] { ParseRelation(relation); });
 }
 
 TEST(RelationPath, BareNameIsOneLink) {
@@ -39,32 +34,32 @@ TEST(RelationPath, TildeNegatesEveryForm) {
 }
 
 TEST(RelationPath, MissingNameIsRefused) {
-  EXPECT_EQ(ErrorOf(""), "relation \"\" column 1: a relation name is expected");
-  EXPECT_EQ(ErrorOf("*"), "relation \"*\" column 2: a relation name is expected");
-  EXPECT_EQ(ErrorOf("*<"), "relation \"*<\" column 3: a relation name is expected");
-  EXPECT_EQ(ErrorOf("~"), "relation \"~\" column 2: a relation name is expected");
+  EXPECT_EQ(PathError(""), "relation \"\" column 1: a relation name is expected");
+  EXPECT_EQ(PathError("*"), "relation \"*\" column 2: a relation name is expected");
+  EXPECT_EQ(PathError("*<"), "relation \"*<\" column 3: a relation name is expected");
+  EXPECT_EQ(PathError("~"), "relation \"~\" column 2: a relation name is expected");
 }
 
 TEST(RelationPath, MarksInTheWrongPlaceAreRefused) {
-  EXPECT_EQ(ErrorOf("<PRODUCE"), "relation \"<PRODUCE\" column 1: a relation name is expected");
-  EXPECT_EQ(ErrorOf("**PRODUCE"), "relation \"**PRODUCE\" column 2: a relation name is expected");
-  EXPECT_EQ(ErrorOf("*~PRODUCE"), "relation \"*~PRODUCE\" column 2: a relation name is expected");
-  EXPECT_EQ(ErrorOf("~~Has"), "relation \"~~Has\" column 2: a relation name is expected");
-  EXPECT_EQ(ErrorOf("*>PRODUCE"), "relation \"*>PRODUCE\" column 2: a relation name is expected");
+  EXPECT_EQ(PathError("<PRODUCE"), "relation \"<PRODUCE\" column 1: a relation name is expected");
+  EXPECT_EQ(PathError("**PRODUCE"), "relation \"**PRODUCE\" column 2: a relation name is expected");
+  EXPECT_EQ(PathError("*~PRODUCE"), "relation \"*~PRODUCE\" column 2: a relation name is expected");
+  EXPECT_EQ(PathError("~~Has"), "relation \"~~Has\" column 2: a relation name is expected");
+  EXPECT_EQ(PathError("*>PRODUCE"), "relation \"*>PRODUCE\" column 2: a relation name is expected");
 }
 
 TEST(RelationPath, BlanksAreRefused) {
-  EXPECT_EQ(ErrorOf(" Has"), "relation \" Has\" column 1: a relation name is expected");
-  EXPECT_EQ(ErrorOf("Has "), "relation \"Has \" column 4: the end of the name is expected");
-  EXPECT_EQ(ErrorOf("* PRODUCE"), "relation \"* PRODUCE\" column 2: a relation name is expected");
+  EXPECT_EQ(PathError(" Has"), "relation \" Has\" column 1: a relation name is expected");
+  EXPECT_EQ(PathError("Has "), "relation \"Has \" column 4: the end of the name is expected");
+  EXPECT_EQ(PathError("* PRODUCE"), "relation \"* PRODUCE\" column 2: a relation name is expected");
 }
 
 TEST(RelationPath, SecondNameIsRefused) {
-  EXPECT_EQ(ErrorOf("Has,Refers"), "relation \"Has,Refers\" column 4: the end of the name is expected");
+  EXPECT_EQ(PathError("Has,Refers"), "relation \"Has,Refers\" column 4: the end of the name is expected");
 }
 
 TEST(RelationPath, ErrorShowsTheBeginningOfALongName) {
-  EXPECT_EQ(ErrorOf(std::string(250, 'r') + "!"),
+  EXPECT_EQ(PathError(std::string(250, 'r') + "!"),
             "relation \"" + std::string(200, 'r') + "...\" column 251: the end of the name is expected");
 }
 

@@ -13,7 +13,7 @@ namespace {
 
 using platform::Value;
 
-const std::string kExtension =
+const std::string kUpdatedAttributes =
     "<repstry><entities><entity name='RULE'><entityattrs>"
     "<entityattr name='Priority' type='CHAR'/><entityattr name='Billable' type='BOOLEAN'/>"
     "<entityattr name='1A' type='CHAR'/><entityattr name='Order' type='CHAR'/><entityattr name='Weight' "
@@ -36,7 +36,7 @@ class DirectUpdate : public ::testing::Test {
   std::string Failure(const std::string& statement) {
     return ErrorText([&] { store.Repository().Database().Execute(statement); });
   }
-  TestStore store{kExtension};
+  TestStore store{kUpdatedAttributes};
 };
 
 TEST_F(DirectUpdate, ValuesThatLeftTheListFallBackToTheDefault) {

@@ -32,7 +32,7 @@ struct FaultyStore {
   TestStore store{"", FaultyFactory(fault)};
 };
 
-struct Step {
+struct Write {
   const char* name;
   std::function<void(platform::Repository&)> run;
 };
@@ -54,8 +54,8 @@ void FillRule(platform::Repository& store, const std::string& name) {
   rule->Link("BelongsToRuleSet", "RULESET#1");
 }
 
-const std::vector<Step>& AllKindsOfWrites() {
-  static const std::vector<Step> steps = {
+const std::vector<Write>& AllKindsOfWrites() {
+  static const std::vector<Write> steps = {
       {"create", [](auto& store) { store.NewObject("RULESET", "S"); }},
       {"create a function", [](auto& store) { store.NewObject("BUSINESSFUNC", "F"); }},
       {"create a call", [](auto& store) { store.NewObject("RULESETCALL", "c"); }},

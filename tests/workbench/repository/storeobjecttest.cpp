@@ -11,7 +11,7 @@ namespace {
 using platform::MakeKey;
 using platform::Value;
 
-const std::string kExtension =
+const std::string kOwnAttributes =
     "<repstry><entities><entity name='RULE'><entityattrs>"
     "<entityattr name='Billable' type='BOOLEAN' system='false' description='To Be Billed'/>"
     "<entityattr name='Weight' type='INTEGER' system='false'/>"
@@ -132,7 +132,7 @@ TEST(StoreObject, FindObjectSeesEveryProject) {
 }
 
 TEST(StoreObject, EachTypeGivesBackWhatItWasGiven) {
-  TestStore store(kExtension);
+  TestStore store(kOwnAttributes);
   const auto key = store.Repository().NewObject("RULE", "n")->Key();
   const std::string text = "Zeile 1\r\n\tÄ\xF0\x9F\x8E\xB2 'quoted' \"double\" \\ &|~(),";
   store.Put(key, "Description", text);
@@ -149,7 +149,7 @@ TEST(StoreObject, EachTypeGivesBackWhatItWasGiven) {
 }
 
 TEST(StoreObject, ValuesAreTakenInTheFormsThatTheTypeKnows) {
-  TestStore store(kExtension);
+  TestStore store(kOwnAttributes);
   const auto key = store.Repository().NewObject("RULE", "n")->Key();
   store.Put(key, "SeqNo", "42");
   store.Put(key, "RuleName", 42);
@@ -162,7 +162,7 @@ TEST(StoreObject, ValuesAreTakenInTheFormsThatTheTypeKnows) {
 }
 
 TEST(StoreObject, AnEmptyTextLeavesANumberADateAndABooleanUnset) {
-  TestStore store(kExtension);
+  TestStore store(kOwnAttributes);
   const auto key = store.Repository().NewObject("RULE", "n")->Key();
   for (const auto* attribute : {"SeqNo", "Validated", "Billable", "SID"}) {
     store.Put(key, attribute, Value());
@@ -177,7 +177,7 @@ TEST(StoreObject, AnEmptyTextLeavesANumberADateAndABooleanUnset) {
 }
 
 TEST(StoreObject, ARefusedValueIsNamedWithObjectAttributeAndType) {
-  TestStore store(kExtension);
+  TestStore store(kOwnAttributes);
   const auto rule = store.Repository().NewObject("RULE", "n");
   rule->Edit();
   EXPECT_EQ(ErrorText([&] { rule->Attrs("SeqNo", "five"); }),
@@ -311,7 +311,7 @@ TEST(StoreObject, AHandleOfADeletedObjectFailsToWrite) {
 }
 
 TEST(StoreObject, TheSchemaTellsTypesCaptionsAndExtensions) {
-  TestStore store(kExtension);
+  TestStore store(kOwnAttributes);
   const auto& rule = store.Repository().Schema().Entity("rule");
   EXPECT_EQ(rule.FindAttr("BILLABLE")->Type(), platform::AttrType::Boolean);
   EXPECT_EQ(rule.FindAttr("Billable")->Caption(), "To Be Billed");
