@@ -1,0 +1,142 @@
+#include "workbench/flow/entryfacts.h"
+
+#include <algorithm>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+
+namespace qmrules::workbench::flow {
+namespace {
+
+constexpr std::size_t kMostCallsOfGroup = 20'000;
+
+}  // namespace
+// The facts of one way, from its end up.
+class EntryFacts::Gathering {
+ public:
+  // Adds facts that were found above all ranges that were entered so far.
+  void Add(std::vector<ConditionFact>& facts) {
+    for (ConditionFact& fact : facts) {
+      if (!met_.insert(KeyOf(fact)).second) continue;
+      // What has returned with this outcome is performed again, and not at its end yet.
+      if (fact.within != 0 && entered_.contains(fact.home)) fact.sure = false;
+      all.push_back(fact);
+    }
+    facts.clear();
+  }
+  void Enter(RangeId range) { entered_.insert(range); }
+
+  std::vector<ConditionFact> all;
+
+ private:
+  std::unordered_set<std::uint64_t> met_;
+  std::unordered_set<RangeId> entered_;
+};
+
+EntryFacts::EntryFacts(const RangeBodies& bodies, const CallOrder& order, ConditionFacts& facts)
+    : bodies_(bodies), order_(order), facts_(facts) {}
+
+std::vector<ConditionFact> EntryFacts::At(RangeId range, std::uint32_t place, std::optional<CallSite> by) {
+  Know(by ? by->caller : range);
+  return *GatherUp(range, place, by);
+}
+
+// Nothing when a meeting on the way up is not known yet.
+std::optional<std::vector<ConditionFact>> EntryFacts::GatherUp(RangeId range, std::uint32_t place,
+                                                               std::optional<CallSite> by) {
+  Gathering gathering;
+  std::vector<ConditionFact> facts;
+  while (true) {
+    gathering.Enter(range);
+    facts_.AddAt(range, place, facts);
+    gathering.Add(facts);
+    if (range == kProgramRange) break;
+    if (!by && Meets(range)) {
+      const Meeting& meeting = meetings_[range];
+      if (!meeting.known) return std::nullopt;
+      facts = meeting.facts;
+      gathering.Add(facts);
+      break;
+    }
+    const CallSite site = by ? *by : bodies_.CallsOf(range).front();
+    by = std::nullopt;
+    range = site.caller;
+    place = site.place;
+  }
+  return std::move(gathering.all);
+}
+
+bool EntryFacts::Meets(RangeId range) const {
+  return range != kProgramRange && (bodies_.CallsOf(range).size() > 1 || order_.IsRecursive(range));
+}
+
+// Works out the meetings that the facts on entry to the range hang on, those of the outer ranges first.
+void EntryFacts::Know(RangeId range) {
+  std::vector<RangeId> open{range};
+  std::unordered_set<RangeId> seen{range};
+  std::vector<RangeId> unknown;
+  while (!open.empty()) {
+    const RangeId at = open.back();
+    open.pop_back();
+    if (Meets(at)) {
+      if (meetings_[at].known) continue;
+      unknown.push_back(at);
+    }
+    for (const CallSite& call : bodies_.CallsOf(at)) {
+      if (seen.insert(call.caller).second) open.push_back(call.caller);
+    }
+  }
+  std::ranges::sort(unknown, [this](RangeId left, RangeId right) {
+    return std::pair(order_.GroupOf(right), left) < std::pair(order_.GroupOf(left), right);
+  });
+  for (auto first = unknown.begin(); first != unknown.end();) {
+    const auto last = std::find_if(first, unknown.end(),
+                                   [&](RangeId other) { return order_.GroupOf(other) != order_.GroupOf(*first); });
+    MeetGroup({first, last});
+    first = last;
+  }
+}
+
+// Ranges that perform each other: ways that come from one which is not known yet are left out of account, until each
+// has had a way from outside of the group. Far too many of them are taken for ranges without any facts.
+void EntryFacts::MeetGroup(const std::vector<RangeId>& ranges) {
+  if (order_.IsRecursive(ranges.front())) {
+    std::size_t calls = 0;
+    for (const RangeId range : ranges) calls += bodies_.CallsOf(range).size();
+    if (calls > kMostCallsOfGroup) {
+      for (const RangeId range : ranges) meetings_[range] = {.known = true, .facts = {}};
+      return;
+    }
+  }
+  bool known = false;
+  while (!known) {
+    known = true;
+    for (const RangeId range : ranges) {
+      if (!meetings_[range].known) known = Meet(range) && known;
+    }
+  }
+}
+
+bool EntryFacts::Meet(RangeId range) {
+  std::optional<std::vector<ConditionFact>> common;
+  for (const CallSite& call : bodies_.CallsOf(range)) {
+    const auto facts = GatherUp(call.caller, call.place, std::nullopt);
+    if (!facts) continue;
+    if (!common) {
+      common = *facts;
+      continue;
+    }
+    std::unordered_map<std::uint64_t, bool> sure;
+    for (const ConditionFact& fact : *facts) sure.emplace(KeyOf(fact), fact.sure);
+    std::erase_if(*common, [&sure](const ConditionFact& fact) { return !sure.contains(KeyOf(fact)); });
+    for (ConditionFact& fact : *common) fact.sure = fact.sure && sure.at(KeyOf(fact));
+  }
+  if (!common) return false;
+  if (order_.IsRecursive(range)) {
+    for (ConditionFact& fact : *common) fact.sure = false;
+  }
+  meetings_[range] = {.known = true, .facts = std::move(*common)};
+  return true;
+}
+
+}  // namespace qmrules::workbench::flow

@@ -1,0 +1,224 @@
+#include "workbench/flow/programsearch.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace qmrules::workbench::flow {
+
+namespace {
+
+constexpr std::size_t kMostCalls = 32;
+
+std::string NameOf(const NetworkProgram& program, NodeId node) {
+  return std::string(program.model->Text(program.model->Nodes()[node].name));
+}
+
+const ProgramCall* CallAt(NetworkProgram& program, NodeId statement) {
+  const auto& calls = program.flow->Calls();
+  const auto found = std::ranges::find(calls, statement, &ProgramCall::statement);
+  return found == calls.end() ? nullptr : &*found;
+}
+
+// The area in which a declaration or an occurrence lies; 0 where it is not known.
+NodeId AreaOf(const NetworkProgram& program, NodeId node) {
+  const auto& record = program.model->Nodes()[node];
+  const NodeId item = record.entity == codemodel::Entity::Decl ? node : record.declaration;
+  return item != 0 && program.model->Nodes()[item].entity == codemodel::Entity::Decl ? program.model->Decl(item).area
+                                                                                     : 0;
+}
+
+}  // namespace
+
+NetworkChain ProgramSearch::Backward(NetworkProgram& program, NodeId occurrence, const std::optional<ByteSet>& bytes) {
+  Ask({.program = &program,
+       .question = Question::Reaching,
+       .node = occurrence,
+       .bytes = bytes.value_or(ByteSet({0, ~std::uint64_t{0}}))});
+  Run();
+  return std::move(answer_);
+}
+
+NetworkChain ProgramSearch::Forward(NetworkProgram& program, NodeId definition, const std::optional<ByteSet>& bytes) {
+  Ask({.program = &program,
+       .question = Question::Reached,
+       .node = definition,
+       .bytes = bytes.value_or(ByteSet({0, ~std::uint64_t{0}}))});
+  Run();
+  return std::move(answer_);
+}
+
+void ProgramSearch::Ask(Item item) {
+  std::vector<std::uint64_t> bytes;
+  for (const ByteInterval& interval : item.bytes.Intervals()) {
+    bytes.push_back(interval.begin);
+    bytes.push_back(interval.end);
+  }
+  if (asked_.emplace(item.program, item.question, item.node, std::move(bytes)).second)
+    items_.push_back(std::move(item));
+}
+
+void ProgramSearch::AskBeyond(const Item& from, const CallPassed& call, Item item) {
+  if (item.bytes.Empty()) return;
+  if (from.calls.size() >= kMostCalls) {
+    AddGap(*from.program, call.program == from.program ? call.statement : from.node,
+           fmt::format("The chain goes through more than {} calls and is cut here.", kMostCalls));
+    return;
+  }
+  item.calls = from.calls;
+  item.calls.push_back(call);
+  Ask(std::move(item));
+}
+
+void ProgramSearch::Run() {
+  while (!items_.empty()) {
+    const Item item = std::move(items_.front());
+    items_.pop_front();
+    if (item.question == Question::Reached) {
+      FollowUses(item);
+    } else {
+      FollowDefinitions(item);
+    }
+  }
+}
+
+void ProgramSearch::AddGap(const NetworkProgram& program, NodeId node, std::string text) {
+  const auto same = [&](const NetworkGap& gap) {
+    return gap.program == &program && gap.gap.node == node && gap.gap.text == text;
+  };
+  if (std::ranges::none_of(answer_.gaps, same)) answer_.gaps.push_back({&program, {node, std::move(text)}});
+}
+
+void ProgramSearch::TakeGaps(const Item& item, const Chain& chain) {
+  for (const AnswerGap& gap : chain.gaps) AddGap(*item.program, gap.node, gap.text);
+}
+
+void ProgramSearch::Keep(const Item& item, const ChainLink& link) {
+  answer_.links.push_back({item.program, link, item.calls, item.isEarlierCall});
+}
+
+void ProgramSearch::FollowDefinitions(const Item& item) {
+  ProgramFlow& flow = *item.program->flow;
+  Chain chain;
+  if (item.question == Question::AtEnd) {
+    chain = flow.DefinitionsAtEnd(item.node, item.bytes);
+  } else {
+    chain = flow.DefinitionsReaching(item.node, item.bytes);
+  }
+  TakeGaps(item, chain);
+  for (const ChainLink& link : chain.links) {
+    if (link.kind == DefinitionKind::Call &&
+        FollowIntoCall(item, link, link.definedAt, link.definition, Question::AtEnd)) {
+      continue;
+    }
+    // What passes through a called program untouched is in the chain of the one that calls.
+    if (link.kind == DefinitionKind::Parameter && item.question == Question::AtEnd) continue;
+    if (link.kind == DefinitionKind::InitialValue && item.isEarlierCall) continue;
+    Keep(item, link);
+    if (link.kind == DefinitionKind::Parameter) FollowParameter(item, link);
+    if (link.kind == DefinitionKind::InitialValue) FollowEarlierCall(item, link);
+  }
+}
+
+// The storage of a program that is called keeps its values from one call to the next.
+void ProgramSearch::FollowEarlierCall(const Item& item, const ChainLink& link) {
+  const bool isLocal = item.program->model->Decl(link.area).section ==
+                       static_cast<std::uint8_t>(codemodel::DataSectionKind::LocalStorage);
+  if (isLocal || (item.program->flow->Parameters().empty() && network_.CallsOf(*item.program).empty())) return;
+  Ask({.program = item.program,
+       .question = Question::AtEnd,
+       .node = link.area,
+       .bytes = link.bytes,
+       .calls = item.calls,
+       .isEarlierCall = true});
+}
+
+// Whether all programs that the call can lead to are known, so that the link is replaced by what follows in them.
+bool ProgramSearch::FollowIntoCall(const Item& item, const ChainLink& link, NodeId statement, NodeId operand,
+                                   Question question) {
+  const ProgramCall* call = CallAt(*item.program, statement);
+  if (call == nullptr || std::ranges::find(call->arguments, operand, &Argument::operand) == call->arguments.end()) {
+    return false;
+  }
+  std::string why;
+  const auto called = network_.ProgramsCalled(*item.program, *call, &why);
+  if (called.empty()) {
+    AddGap(*item.program, statement,
+           fmt::format("{}: what it does with {} is not known.", why, NameOf(*item.program, operand)));
+    return false;
+  }
+  for (NetworkProgram* program : called) {
+    const auto binding = BindArgument(*call, program->flow->Parameters(), operand);
+    if (!binding) continue;
+    AskBeyond(item, {item.program, statement},
+              {.program = program,
+               .question = question,
+               .node = binding->parameter.place.area,
+               .bytes = binding->Inwards(link.bytes)});
+  }
+  return true;
+}
+
+void ProgramSearch::FollowParameter(const Item& item, const ChainLink& link) {
+  const auto& parameters = item.program->flow->Parameters();
+  for (const auto& [caller, call] : network_.CallsOf(*item.program)) {
+    for (std::size_t position = 0; position < std::min(parameters.size(), call->arguments.size()); ++position) {
+      const Argument& argument = call->arguments[position];
+      const ProgramBinding binding{argument, parameters[position]};
+      if (parameters[position].place.area != link.area || argument.operand == 0) continue;
+      if (argument.place.area != 0) {
+        AskBeyond(item, {caller, call->statement},
+                  {.program = caller,
+                   .question = Question::Reaching,
+                   .node = argument.operand,
+                   .bytes = binding.Outwards(link.bytes)});
+      } else if (caller->model->Nodes()[argument.operand].entity == codemodel::Entity::Const &&
+                 link.bytes.Overlaps(parameters[position].place.Bytes())) {
+        ChainLink constant;
+        constant.definition = argument.operand;
+        constant.definedAt = constant.usedAt = call->statement;
+        constant.kind = DefinitionKind::ConstantMove;
+        answer_.links.push_back({caller, constant, item.calls, false});
+        answer_.links.back().calls.push_back({caller, call->statement});
+      }
+    }
+  }
+}
+
+void ProgramSearch::FollowUses(const Item& item) {
+  ProgramFlow& flow = *item.program->flow;
+  ByteSet atEnd;
+  const Chain chain = flow.UsesReached(item.node, item.bytes, &atEnd);
+  TakeGaps(item, chain);
+  for (const ChainLink& link : chain.links) {
+    if (!FollowIntoCall(item, link, link.usedAt, link.use, Question::Reached)) Keep(item, link);
+  }
+  if (!atEnd.Empty()) FollowEnd(item, atEnd);
+}
+
+// What a program leaves in its parameters is found behind the calls of it. What it got there itself is in the chain of
+// the program that calls.
+void ProgramSearch::FollowEnd(const Item& item, const ByteSet& atEnd) {
+  if (item.program->model->Nodes()[item.node].entity == codemodel::Entity::Decl) return;
+  const NodeId area = AreaOf(*item.program, item.node);
+  const auto& parameters = item.program->flow->Parameters();
+  for (const auto& [caller, call] : network_.CallsOf(*item.program)) {
+    for (std::size_t position = 0; position < std::min(parameters.size(), call->arguments.size()); ++position) {
+      const Argument& argument = call->arguments[position];
+      if (parameters[position].place.area != area || !argument.canChange || argument.place.area == 0) continue;
+      AskBeyond(item, {caller, call->statement},
+                {.program = caller,
+                 .question = Question::Reached,
+                 .node = argument.operand,
+                 .bytes = ProgramBinding{argument, parameters[position]}.Outwards(atEnd)});
+    }
+  }
+}
+
+}  // namespace qmrules::workbench::flow

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <optional>
+#include <set>
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include "workbench/flow/programbinding.h"
+#include "workbench/flow/programnetwork.h"
+
+// One question over several programs: what is left to ask, and the answer so far.
+namespace qmrules::workbench::flow {
+
+class ProgramSearch {
+ public:
+  explicit ProgramSearch(ProgramNetwork& network) : network_(network) {}
+
+  // Of all bytes without some.
+  NetworkChain Backward(NetworkProgram& program, NodeId occurrence, const std::optional<ByteSet>& bytes);
+  NetworkChain Forward(NetworkProgram& program, NodeId definition, const std::optional<ByteSet>& bytes);
+
+ private:
+  enum class Question : std::uint8_t { Reaching, AtEnd, Reached };
+  struct Item {
+    NetworkProgram* program = nullptr;
+    Question question = Question::Reaching;
+    NodeId node = 0;  // the occurrence or definition; the area for AtEnd
+    ByteSet bytes;
+    std::vector<CallPassed> calls = {};
+    bool isEarlierCall = false;  // AtEnd: of the call of the program before this one
+  };
+
+  void Ask(Item item);
+  // The item that follows at the other end of a call.
+  void AskBeyond(const Item& from, const CallPassed& call, Item item);
+  void Run();
+  void TakeGaps(const Item& item, const Chain& chain);
+  void Keep(const Item& item, const ChainLink& link);
+  void FollowDefinitions(const Item& item);
+  void FollowUses(const Item& item);
+  bool FollowIntoCall(const Item& item, const ChainLink& link, NodeId statement, NodeId operand, Question question);
+  void FollowEarlierCall(const Item& item, const ChainLink& link);
+  void FollowParameter(const Item& item, const ChainLink& link);
+  void FollowEnd(const Item& item, const ByteSet& atEnd);
+  void AddGap(const NetworkProgram& program, NodeId node, std::string text);
+
+  ProgramNetwork& network_;
+  std::deque<Item> items_;
+  std::set<std::tuple<const NetworkProgram*, Question, NodeId, std::vector<std::uint64_t>>> asked_;
+  NetworkChain answer_;
+};
+
+}  // namespace qmrules::workbench::flow

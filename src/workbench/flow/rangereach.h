@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "workbench/flow/flowgraph.h"
+
+// Which ranges can run at all, and which of them can return.
+namespace qmrules::workbench::flow {
+
+// A Call lets control go on only if the range that it performs can come to its end, and that may hang on the Calls in
+// this range in turn; a range that does nothing but perform itself never returns. So all ranges are followed at the
+// same time, point by point, and a Call waits until the first path through its range has been found.
+class RangeReach {
+ public:
+  // Throws platform::Error when the ranges have more points together than `most`.
+  RangeReach(const FlowGraph& flow, std::size_t most);
+  bool Runs(RangeId range) const { return runs_[range] != 0; }
+  bool Returns(RangeId range) const { return returns_[range] != 0; }
+
+ private:
+  struct Position {
+    RangeId range;
+    PointId point;
+  };
+  class PositionSet;
+  class Search;
+
+  std::vector<std::uint8_t> runs_, returns_;  // by range
+};
+
+}  // namespace qmrules::workbench::flow

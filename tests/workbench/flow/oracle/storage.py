@@ -1,0 +1,182 @@
+"""The storage of the generated programs: every way in which data items can lie over each other."""
+
+from programtext import Item
+
+# Lines of the working storage from column 8 on; "{…}" is replaced by a value.
+WORKING_STORAGE = """\
+01  A-REC.
+    05  A-1 PIC X(4) VALUE "{letters4}".
+    05  A-2 PIC 9(4) VALUE {number4}.
+    05  A-G.
+        10  A-3 PIC 9(3) VALUE {number3}.
+        10  A-4 PIC X(3) VALUE "{letters3}".
+        10  A-5 PIC 9(2) VALUE 7.
+    05  A-T OCCURS 4.
+        10  T-N PIC 9(3) VALUE 1.
+        10  T-X PIC X(2) VALUE "tx".
+66  A-R RENAMES A-1 THRU A-3.
+01  B-REC REDEFINES A-REC.
+    05  B-1 PIC X(6).
+    05  B-2 PIC 9(4).
+    05  B-3 PIC X(10).
+    05  B-4 PIC X(16).
+01  D-REC.
+    05  D-1.
+        10  K-1 PIC X(3) VALUE "one".
+        10  K-2 PIC 9(3) VALUE 2.
+        10  K-3 PIC X(2) VALUE "d1".
+    05  D-2.
+        10  K-2 PIC 9(3) VALUE 3.
+        10  K-4 PIC X(2) VALUE "d2".
+        10  K-1 PIC X(3) VALUE "two".
+01  W-REC.
+    05  W-R OCCURS 3.
+        10  W-C PIC X(3) OCCURS 2 VALUE "wwc".
+        10  W-N PIC 9(2) VALUE 4.
+01  E-REC.
+    05  E-T OCCURS 5 INDEXED BY E-I.
+        10  E-K PIC 9(2) VALUE 3.
+        10  E-V PIC X(3) VALUE "eee".
+01  S-REC.
+    05  S-1 PIC X VALUE "N".
+        88  S-ON VALUE "Y".
+        88  S-OFF VALUE "N" "Z".
+    05  S-2 PIC 9 VALUE 2.
+        88  S-LOW VALUE 0 THRU 3.
+77  N-1 PIC 9(4) VALUE {number4}.
+77  N-2 PIC 9(4) VALUE 12.
+77  N-3 PIC S9(5) COMP-3 VALUE 5.
+77  N-4 PIC S9(4) COMP VALUE 3.
+77  X-1 PIC X(8) VALUE "a,b c,de".
+77  X-2 PIC X(8) VALUE "{letters4}".
+77  X-3 PIC X(5) VALUE "zz".
+77  P-1 PIC 9(2) VALUE 1.
+77  C-1 PIC 9(2) VALUE 0.
+77  I-1 PIC 9 VALUE 1.
+77  I-2 PIC 9 VALUE 2.
+77  FUEL PIC 9(4) VALUE 0.
+"""
+
+AREAS = {
+    "A-REC": 36,
+    "D-REC": 16,
+    "W-REC": 24,
+    "E-REC": 25,
+    "S-REC": 2,
+    "N-1": 4,
+    "N-2": 4,
+    "N-3": 3,
+    "N-4": 2,
+    "X-1": 8,
+    "X-2": 8,
+    "X-3": 5,
+    "P-1": 2,
+    "C-1": 2,
+    "I-1": 1,
+    "I-2": 1,
+    "FUEL": 4,
+    "F-REC": 12,
+    "O-REC": 12,
+}
+
+NUMBERS = [("A-2", 4), ("A-3", 3), ("A-5", 2), ("B-2", 4), ("N-1", 4), ("N-2", 4), ("N-3", 3), ("N-4", 2), ("C-1", 2)]
+TEXTS = [("A-1", 4), ("A-4", 3), ("B-1", 6), ("B-3", 10), ("X-1", 8), ("X-2", 8), ("X-3", 5), ("K-3", 2), ("K-4", 2)]
+GROUPS = [("A-G", 8), ("B-4", 16), ("D-1", 8), ("D-2", 8), ("A-R", 11), ("A-REC", 36), ("B-REC", 36), ("W-REC", 24)]
+FILE_TEXTS = [("F-1", 4), ("F-REC", 12), ("O-REC", 12)]
+# Groups that INITIALIZE sets to zeros and spaces, with the items that it writes.
+INITIALIZED = {
+    "A-G": (8, [("A-3", 3), ("A-4", 3), ("A-5", 2)]),
+    "D-2": (8, [("K-2 OF D-2", 3), ("K-4", 2), ("K-1 OF D-2", 3)]),
+    "A-T (2)": (5, [("T-N (2)", 3), ("T-X (2)", 2)]),
+    "S-REC": (2, [("S-1", 1), ("S-2", 1)]),
+}
+# Pairs that MOVE CORRESPONDING D-1 TO D-2 moves.
+CORRESPONDING = [("K-1", 3), ("K-2", 3)]
+
+
+def data_division(random):
+    """The lines of the data division, indented."""
+
+    def letters(count):
+        return "".join(random.choice("abcxyz") for _ in range(count))
+
+    values = {"letters4": letters(4), "letters3": letters(3), "number4": random.randrange(3000), "number3": random.randrange(900)}
+    lines = [
+        "DATA DIVISION.",
+        "FILE SECTION.",
+        "FD  F.",
+        "01  F-REC.",
+        "    05  F-1 PIC X(4).",
+        "    05  F-2 PIC 9(8).",
+        "FD  O.",
+        "01  O-REC PIC X(12).",
+        "WORKING-STORAGE SECTION.",
+        *WORKING_STORAGE.format(**values).splitlines(),
+        "77  F-ST PIC XX.",
+        "77  O-ST PIC XX.",
+    ]
+    return [" " * 7 + line for line in lines]
+
+
+class Storage:
+    """Chooses items. Variable subscripts are those of `subscripts`, which the program keeps within their bounds."""
+
+    def __init__(self, random):
+        self.random = random
+
+    def number(self):
+        kind = self.random.randrange(10)
+        if kind == 0:
+            return self._element("T-N", 3, 4, numeric=True)
+        if kind == 1:
+            return self._element("W-N", 2, 3, numeric=True)
+        name, size = self.random.choice(NUMBERS)
+        return Item(name, name, size, numeric=True)
+
+    def text(self):
+        kind = self.random.randrange(12)
+        if kind == 0:
+            return self._element("T-X", 2, 4)
+        if kind == 1:
+            first, second = self._subscript(3), self.random.randrange(1, 3)
+            return Item(f"W-C ({first}, {second})", "W-C", 3, exact=str(first).isdigit())
+        if kind == 2:
+            return self._part()
+        if kind == 3:
+            name, size = self.random.choice(FILE_TEXTS)
+            return Item(name, name, size)
+        name, size = self.random.choice(TEXTS)
+        return Item(name, name, size)
+
+    def group(self):
+        name, size = self.random.choice(GROUPS)
+        return Item(name, name, size)
+
+    def any(self):
+        return self.random.choice([self.number, self.text, self.text, self.group])()
+
+    def pair(self, choose_one, choose_other):
+        """Two items with different names, whose subscripts are no operands of their own on the same row twice."""
+        while True:
+            one, other = choose_one(), choose_other()
+            if one.name != other.name and not (set(subscripts_of(one)) & set(subscripts_of(other))):
+                return one, other
+
+    def _subscript(self, most):
+        # I-1 and I-2 stay between 1 and 3, whatever the table.
+        return self.random.choice(["I-1", "I-2", *range(1, most + 1)])
+
+    def _element(self, name, size, most, numeric=False):
+        subscript = self._subscript(most)
+        return Item(f"{name} ({subscript})", name, size, numeric, exact=str(subscript).isdigit())
+
+    def _part(self):
+        name, size = self.random.choice([("X-1", 8), ("X-2", 8), ("B-3", 10), ("A-REC", 36)])
+        offset = self.random.choice(["I-1", "I-2", self.random.randrange(1, 4)])
+        length = self.random.randrange(1, size - 3)
+        return Item(f"{name} ({offset}:{length})", name, length, exact=str(offset).isdigit())
+
+
+def subscripts_of(item):
+    """The names of the variables in an item's subscripts and reference modification."""
+    return [name for name in ("I-1", "I-2") if name in item.text and name != item.name]

@@ -1,0 +1,233 @@
+#include "workbench/flow/programnetwork.h"
+
+#include <gmock/gmock.h>
+
+#include <map>
+
+#include "workbench/flow/flowprogram.h"
+
+namespace qmrules::test {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using workbench::flow::NetworkChain;
+using workbench::flow::NetworkLink;
+using workbench::flow::NetworkProgram;
+using workbench::flow::NodeId;
+using workbench::flow::ProgramNetwork;
+
+// Programs that call each other. A link is told as "SUB 9 X constant move", the place that the chain has come to.
+class Programs : public ::testing::Test {
+ protected:
+  // A program with these entries in its WORKING-STORAGE and LINKAGE and this procedure division, its header included.
+  void Add(const std::string& name, std::string_view data, std::string_view procedures) {
+    std::string text = "\n       IDENTIFICATION DIVISION.\n       PROGRAM-ID. " + name + ".\n       DATA DIVISION.\n";
+    text += Indented(data) + Indented(procedures);
+    programs_.emplace(name, text);
+  }
+
+  std::vector<std::string> Reaching(const std::string& program, std::string_view mark) {
+    return Told(network_.DefinitionsReaching(Of(program), programs_.at(program).NodeAt(mark)), true);
+  }
+  std::vector<std::string> Uses(const std::string& program, std::string_view mark) {
+    return Told(network_.UsesReached(Of(program), programs_.at(program).NodeAt(mark)), false);
+  }
+
+  std::vector<std::string> gaps_;  // of the last question
+
+ private:
+  static std::string Indented(std::string_view lines) {
+    std::string text;
+    for (std::size_t at = 0; at < lines.size();) {
+      const std::size_t end = lines.find('\n', at) + 1;
+      text += "       " + std::string(lines.substr(at, end - at));
+      at = end;
+    }
+    return text;
+  }
+  NetworkProgram& Of(const std::string& program) { return network_.Add(programs_.at(program).Image(), 0); }
+  std::vector<std::string> Told(const NetworkChain& chain, bool backward) {
+    std::vector<std::string> texts;
+    for (const NetworkLink& found : chain.links) {
+      const auto& model = *found.program->model;
+      const NodeId operand = backward ? found.link.definition : found.link.use;
+      std::string text = found.program->name + " " + std::to_string(model.Nodes()[operand].firstRow) + " " +
+                         std::string(model.Text(model.Nodes()[operand].name));
+      if (backward) text += " " + std::string(NameOf(found.link.kind));
+      texts.push_back(text);
+    }
+    gaps_.clear();
+    for (const auto& gap : chain.gaps) gaps_.push_back(gap.gap.text);
+    return texts;
+  }
+
+  std::map<std::string, FlowProgram> programs_;
+  ProgramNetwork network_{[this](std::string_view name) {
+                            const auto found = programs_.find(std::string(name));
+                            return found == programs_.end() ? nullptr : found->second.Image();
+                          },
+                          [this](std::string_view) {
+                            std::vector<std::string> names;
+                            for (const auto& [name, program] : programs_) names.push_back(name);
+                            return names;
+                          }};
+};
+
+constexpr const char* kSubData = "LINKAGE SECTION.\n01 X PIC 9.\n01 Y PIC 9.\n";
+
+TEST_F(Programs, WhatACalledProgramAlwaysSetsReplacesWhatWasThereBefore) {
+  Add("MAIN", "WORKING-STORAGE SECTION.\n01 A PIC 9.\n01 B PIC 9.\n", R"(PROCEDURE DIVISION.
+MAIN-PARA.
+    MOVE 1 TO A B
+    CALL 'SUB' USING A B
+    DISPLAY $a[[A]] $b[[B]]
+    GOBACK.
+)");
+  Add("SUB", kSubData, R"(PROCEDURE DIVISION USING X Y.
+SUB-PARA.
+    MOVE 7 TO $y[[Y]]
+    GOBACK.
+)");
+  EXPECT_THAT(Reaching("MAIN", "a"), ElementsAre("MAIN 9 A constant move"));
+  EXPECT_THAT(Reaching("MAIN", "b"), ElementsAre("SUB 9 Y constant move"));
+  EXPECT_THAT(gaps_, IsEmpty());
+  EXPECT_THAT(Uses("SUB", "y"), ElementsAre("MAIN 11 B"));
+}
+
+TEST_F(Programs, WhatACalledProgramSetsOnSomeWaysStandsBesideWhatWasThereBefore) {
+  Add("MAIN", "WORKING-STORAGE SECTION.\n01 A PIC 9.\n01 B PIC 9.\n", R"(PROCEDURE DIVISION.
+MAIN-PARA.
+    MOVE 1 TO A B
+    CALL 'SUB' USING A B
+    DISPLAY $b[[B]]
+    GOBACK.
+)");
+  Add("SUB", kSubData, R"(PROCEDURE DIVISION USING X Y.
+SUB-PARA.
+    IF $x[[X]] > 1
+      MOVE 7 TO Y
+    END-IF
+    GOBACK.
+)");
+  EXPECT_THAT(Reaching("MAIN", "b"), ElementsAre("MAIN 9 B constant move", "SUB 10 Y constant move"));
+}
+
+TEST_F(Programs, AParameterComesFromTheCallersArgumentAtItsPosition) {
+  Add("MAIN", "WORKING-STORAGE SECTION.\n01 A PIC 9.\n01 B PIC 9.\n", R"(PROCEDURE DIVISION.
+MAIN-PARA.
+    MOVE 1 TO $a[[A]]
+    MOVE 2 TO B
+    CALL 'SUB' USING A B
+    GOBACK.
+)");
+  Add("SUB", kSubData, R"(PROCEDURE DIVISION USING X Y.
+SUB-PARA.
+    DISPLAY $x[[X]] Y
+    GOBACK.
+)");
+  EXPECT_THAT(Reaching("SUB", "x"), ElementsAre("SUB 5 X parameter", "MAIN 9 A constant move"));
+  EXPECT_THAT(Uses("MAIN", "a"), ElementsAre("SUB 9 X"));
+}
+
+TEST_F(Programs, APartOfAGroupGoesToTheSameBytesOfTheParameter) {
+  Add("MAIN", "WORKING-STORAGE SECTION.\n01 G.\n   05 A PIC XX.\n   05 B PIC X(3).\n", R"(PROCEDURE DIVISION.
+MAIN-PARA.
+    MOVE 'AA' TO A
+    MOVE 'BBB' TO B
+    CALL 'SUB' USING G
+    DISPLAY $a[[A]]
+    GOBACK.
+)");
+  Add("SUB", "LINKAGE SECTION.\n01 H.\n   05 P PIC X.\n   05 Q PIC X.\n   05 R PIC X(3).\n",
+      R"(PROCEDURE DIVISION USING H.
+SUB-PARA.
+    DISPLAY $r[[R]]
+    MOVE 'Q' TO Q
+    GOBACK.
+)");
+  EXPECT_THAT(Reaching("SUB", "r"), ElementsAre("SUB 5 H parameter", "MAIN 11 B constant move"));
+  EXPECT_THAT(Reaching("MAIN", "a"), ElementsAre("MAIN 10 A constant move", "SUB 12 Q constant move"));
+}
+
+TEST_F(Programs, AProgramThatIsNotThereIsAGap) {
+  Add("MAIN", "WORKING-STORAGE SECTION.\n01 A PIC 9.\n", R"(PROCEDURE DIVISION.
+MAIN-PARA.
+    MOVE 1 TO A
+    CALL 'PBX01' USING A
+    DISPLAY $a[[A]]
+    GOBACK.
+)");
+  EXPECT_THAT(Reaching("MAIN", "a"), ElementsAre("MAIN 8 A constant move", "MAIN 9 A call"));
+  EXPECT_THAT(gaps_, ElementsAre("PBX01 is not in the workspace: what it does with A is not known."));
+}
+
+TEST_F(Programs, AVariableNameWithConstantsOnAllPathsLeadsToEachOfThem) {
+  Add("MAIN", "WORKING-STORAGE SECTION.\n01 A PIC 9.\n01 P PIC X(8).\n", R"(PROCEDURE DIVISION.
+MAIN-PARA.
+    MOVE 'SUB' TO P
+    IF A = 1
+      MOVE 'SUB2' TO P
+    END-IF
+    CALL P USING A
+    DISPLAY $a[[A]]
+    GOBACK.
+)");
+  Add("SUB", "LINKAGE SECTION.\n01 X PIC 9.\n", R"(PROCEDURE DIVISION USING X.
+SUB-PARA.
+    MOVE 7 TO X
+    GOBACK.
+)");
+  Add("SUB2", "LINKAGE SECTION.\n01 X PIC 9.\n", R"(PROCEDURE DIVISION USING X.
+SUB-PARA.
+    MOVE 8 TO X
+    GOBACK.
+)");
+  EXPECT_THAT(Reaching("MAIN", "a"), ElementsAre("SUB 8 X constant move", "SUB2 8 X constant move"));
+}
+
+TEST_F(Programs, AVariableNameFromOutsideIsAGap) {
+  Add("MAIN", "WORKING-STORAGE SECTION.\n01 A PIC 9.\n01 P PIC X(8).\n", R"(PROCEDURE DIVISION.
+MAIN-PARA.
+    MOVE 'SUB' TO P
+    IF A = 1
+      ACCEPT P
+    END-IF
+    CALL P USING A
+    DISPLAY $a[[A]]
+    GOBACK.
+)");
+  Add("SUB", "LINKAGE SECTION.\n01 X PIC 9.\n", "PROCEDURE DIVISION USING X.\nSUB-PARA.\n    MOVE 7 TO X.\n");
+  EXPECT_THAT(Reaching("MAIN", "a"), ElementsAre("MAIN 5 A initial value", "MAIN 13 A call"));
+  EXPECT_THAT(gaps_, ElementsAre("It is not known which program is called: what it does with A is not known."));
+}
+
+TEST_F(Programs, ProgramsThatCallEachOtherComeToAnEnd) {
+  Add("MAIN", "WORKING-STORAGE SECTION.\n01 A PIC 9.\n", R"(PROCEDURE DIVISION.
+MAIN-PARA.
+    MOVE 1 TO A
+    CALL 'PING' USING A
+    DISPLAY $a[[A]]
+    GOBACK.
+)");
+  Add("PING", "LINKAGE SECTION.\n01 X PIC 9.\n", R"(PROCEDURE DIVISION USING X.
+PING-PARA.
+    IF $x[[X]] > 5 GOBACK.
+    ADD 1 TO X.
+    CALL 'PONG' USING X.
+    GOBACK.
+)");
+  Add("PONG", "LINKAGE SECTION.\n01 Y PIC 9.\n", R"(PROCEDURE DIVISION USING Y.
+PONG-PARA.
+    ADD 2 TO Y.
+    CALL 'PING' USING Y.
+    GOBACK.
+)");
+  // What PING adds, PONG overwrites before anybody else sees it.
+  EXPECT_THAT(Reaching("MAIN", "a"), ElementsAre("MAIN 8 A constant move", "PONG 8 Y computation"));
+  EXPECT_THAT(Reaching("PING", "x"),
+              ElementsAre("PING 5 X parameter", "MAIN 8 A constant move", "PONG 8 Y computation"));
+}
+
+}  // namespace
+}  // namespace qmrules::test
