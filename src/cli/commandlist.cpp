@@ -8,13 +8,13 @@ namespace qmrules::cli {
 std::vector<std::unique_ptr<Command>> MakeCommands() {
   std::vector<std::unique_ptr<Command>> commands;
   for (const auto make : {
-           MakeInitCommand,       MakeProjectListCommand, MakeProjectCreateCommand,  MakeProjectUseCommand,
-           MakeSourceAddCommand,  MakeSourceListCommand,  MakeScanCommand,           MakeDiagnosticsCommand,
-           MakeModelCommand,      MakeXrefCommand,        MakeFunctionCreateCommand, MakeRuleSetCreateCommand,
-           MakeRuleCreateCommand, MakeListCommand,        MakeShowCommand,           MakeSetCommand,
-           MakeMoveCommand,       MakeLogCommand,         MakeFetchCommand,          MakeSweepCommand,
-           MakeValidateCommand,   MakeWorkbenchCommand,   MakeCompletionCommand,     MakeManCommand,
-           MakeHelpCommand,
+           MakeInitCommand,      MakeProjectListCommand,    MakeProjectCreateCommand, MakeProjectUseCommand,
+           MakeSourceAddCommand, MakeSourceListCommand,     MakeScanCommand,          MakeDiagnosticsCommand,
+           MakeModelCommand,     MakeXrefCommand,           MakeFlowCommand,          MakeWhyCommand,
+           MakeUsesCommand,      MakeFunctionCreateCommand, MakeRuleSetCreateCommand, MakeRuleCreateCommand,
+           MakeListCommand,      MakeShowCommand,           MakeSetCommand,           MakeMoveCommand,
+           MakeLogCommand,       MakeFetchCommand,          MakeSweepCommand,         MakeValidateCommand,
+           MakeWorkbenchCommand, MakeCompletionCommand,     MakeManCommand,           MakeHelpCommand,
        }) {
     commands.push_back(make());
   }

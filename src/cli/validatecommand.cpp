@@ -3,7 +3,6 @@
 #include <CLI/App.hpp>
 #include <CLI/Validators.hpp>
 #include <algorithm>
-#include <unordered_map>
 
 #include "catalogue/gateway.h"
 #include "cli/cli.h"
@@ -67,6 +66,8 @@ class ValidateCommand final : public WorkspaceCommand {
     request.collapseSpaces = collapseSpaces_ || validation::ReadCollapseSpaces(host.ProjectOptions());
     request.writes = !dryRun_;
     request.wantsPlaces = true;
+    request.wantsHints = true;
+    request.wantsTexts = true;
 
     TerminalProgress progress(context.environment);
     validation::ValidationReport report;
@@ -75,17 +76,14 @@ class ValidateCommand final : public WorkspaceCommand {
       report = validation::ValidateRules({host, host.FileSystem(), host.Clock(), context.texts, host.Globals(), {}},
                                          request, &progress);
     }
-    const auto names = NamesOf(host, report);
-    std::vector<ValidatedRule> rules;
-    for (const RuleFinding& finding : report.findings) rules.push_back({&finding, names.at(finding.ruleID)});
-    std::sort(rules.begin(), rules.end(), [](const ValidatedRule& left, const ValidatedRule& right) {
-      return left.finding->ruleID < right.finding->ruleID;
-    });
-    if (!junit_.empty()) platform::WriteDiskFile(AbsolutePath(context.environment, junit_), JUnitText(rules));
+    Findings findings;
+    for (const RuleFinding& finding : report.findings) findings.push_back(&finding);
+    std::ranges::sort(findings, {}, &RuleFinding::ruleID);
+    if (!junit_.empty()) platform::WriteDiskFile(AbsolutePath(context.environment, junit_), JUnitText(findings));
     if (!sarif_.empty()) {
-      platform::WriteDiskFile(AbsolutePath(context.environment, sarif_), SarifText(rules, QMRULES_VERSION));
+      platform::WriteDiskFile(AbsolutePath(context.environment, sarif_), SarifText(findings, QMRULES_VERSION));
     }
-    Print(context, request, report, rules);
+    Print(context, request, report, findings);
     return strict_ && !AreAllValid(request, report) ? kNotValid : kDone;
   }
 
@@ -134,28 +132,6 @@ class ValidateCommand final : public WorkspaceCommand {
     return ids;
   }
 
-  static std::unordered_map<std::int32_t, std::string> NamesOf(workbench::EmbeddedHost& host,
-                                                               const validation::ValidationReport& report) {
-    std::unordered_map<std::int32_t, std::string> names;
-    const auto read = [&](const catalogue::IDList& list) {
-      const auto fetch = catalogue::NewQuery(host.Repository());
-      fetch->SetRoot(fetch->AddObject(false, catalogue::kRule, "ID,RuleName", "ID in " + list.Text()));
-      for (fetch->Execute(""); !fetch->Eof(); fetch->MoveNext()) {
-        names[catalogue::IDField(fetch->Row(), "ID")] = fetch->Row().Item("RuleName").Text();
-      }
-    };
-    catalogue::IDList list;
-    for (const RuleFinding& finding : report.findings) {
-      names[finding.ruleID];
-      list.Add(finding.ruleID);
-      if (!list.IsFull()) continue;
-      read(list);
-      list.Clear();
-    }
-    if (!list.Empty()) read(list);
-    return names;
-  }
-
   // As the rules stand in the catalogue now.
   static bool AreAllValid(const validation::ValidationRequest& request, const validation::ValidationReport& report) {
     return std::all_of(report.findings.begin(), report.findings.end(), [&](const RuleFinding& finding) {
@@ -167,16 +143,17 @@ class ValidateCommand final : public WorkspaceCommand {
   }
 
   void Print(Context& context, const validation::ValidationRequest& request, const validation::ValidationReport& report,
-             const std::vector<ValidatedRule>& rules) const {
+             const Findings& findings) const {
     Json list = Json::array();
     TextTable table({"Verdict", "Key", "Rule", "File", "Rows", "Place"});
-    for (const ValidatedRule& rule : rules) {
-      const RuleFinding& finding = *rule.finding;
+    for (const RuleFinding* const entry : findings) {
+      const RuleFinding& finding = *entry;
       if (changedOnly_ && Stands(finding)) continue;
-      list.push_back(ToJson(rule));
+      list.push_back(ToJson(finding));
       const bool hasRows = finding.verdict != Verdict::NoSegment;
-      table.Add({VerdictName(finding.verdict), fmt::format("RULE#{}", finding.ruleID), rule.ruleName, finding.fileName,
-                 hasRows ? fmt::format("{}-{}", finding.rows.FromRow, finding.rows.ToRow) : "", PlaceText(finding)});
+      table.Add({VerdictName(finding.verdict), fmt::format("RULE#{}", finding.ruleID), finding.ruleName,
+                 finding.fileName, hasRows ? fmt::format("{}-{}", finding.rows.FromRow, finding.rows.ToRow) : "",
+                 PlaceText(finding)});
     }
     if (json_) {
       const auto& counts = report.counts;

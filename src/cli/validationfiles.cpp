@@ -12,6 +12,7 @@
 namespace qmrules::cli {
 
 using validation::RowRange;
+using validation::RowsText;
 using validation::RuleFinding;
 using validation::Verdict;
 
@@ -47,10 +48,6 @@ bool IsResult(const RuleFinding& finding) {
   return *TextOf(finding.verdict).level != '\0';
 }
 
-std::string RowsText(const RowRange& rows) {
-  return rows.FromRow == rows.ToRow ? std::to_string(rows.FromRow) : fmt::format("{}-{}", rows.FromRow, rows.ToRow);
-}
-
 Json RowsJson(const RowRange& rows) {
   return {{"from", rows.FromRow}, {"to", rows.ToRow}};
 }
@@ -59,10 +56,10 @@ std::string RuleKey(const RuleFinding& finding) {
   return fmt::format("RULE#{}", finding.ruleID);
 }
 
-std::string Sentence(const ValidatedRule& rule) {
-  const std::string place = PlaceText(*rule.finding);
-  return fmt::format("{} \"{}\", {}:{}: {}{}", RuleKey(*rule.finding), rule.ruleName, rule.finding->fileName,
-                     RowsText(rule.finding->rows), TextOf(rule.finding->verdict).meaning,
+std::string Sentence(const RuleFinding& finding) {
+  const std::string place = PlaceText(finding);
+  return fmt::format("{} \"{}\", {}:{}: {}{}", RuleKey(finding), finding.ruleName, finding.fileName,
+                     RowsText(finding.rows), TextOf(finding.verdict).meaning,
                      place.empty() ? "" : fmt::format(" ({})", place));
 }
 
@@ -73,8 +70,7 @@ std::string SarifID(Verdict verdict) {
   return id;
 }
 
-Json SarifResult(const ValidatedRule& rule) {
-  const RuleFinding& finding = *rule.finding;
+Json SarifResult(const RuleFinding& finding) {
   std::string file = finding.fileName;
   std::replace(file.begin(), file.end(), '\\', '/');
   Json place = {{"artifactLocation", {{"uri", file}}}};
@@ -83,7 +79,7 @@ Json SarifResult(const ValidatedRule& rule) {
   }
   Json result = {{"ruleId", SarifID(finding.verdict)},
                  {"level", TextOf(finding.verdict).level},
-                 {"message", {{"text", Sentence(rule)}}},
+                 {"message", {{"text", Sentence(finding)}}},
                  {"locations", Json::array({{{"physicalLocation", place}}})},
                  {"partialFingerprints", {{"qmrulesRule", RuleKey(finding)}}}};
   return result;
@@ -110,10 +106,9 @@ std::string PlaceText(const RuleFinding& finding) {
                      finding.near->distance == 1 ? "" : "s");
 }
 
-Json ToJson(const ValidatedRule& rule) {
-  const RuleFinding& finding = *rule.finding;
+Json ToJson(const RuleFinding& finding) {
   Json json = {{"key", RuleKey(finding)},
-               {"rule", rule.ruleName},
+               {"rule", finding.ruleName},
                {"file", finding.fileName},
                {"rows", RowsJson(finding.rows)},
                {"verdict", VerdictName(finding.verdict)}};
@@ -133,34 +128,34 @@ Json ToJson(const ValidatedRule& rule) {
   return json;
 }
 
-std::string JUnitText(const std::vector<ValidatedRule>& rules) {
+std::string JUnitText(const Findings& findings) {
   platform::XmlDocument document;
   document.loadXML("<testsuites><testsuite name=\"qmrules validate\"/></testsuites>", "JUnit");
   auto suite = document.selectSingleNode("/testsuites/testsuite");
   int failures = 0;
   int skipped = 0;
-  for (const ValidatedRule& rule : rules) {
+  for (const RuleFinding* const finding : findings) {
     auto test = suite.appendChild(document.createElement("testcase"));
-    test.setAttribute("classname", shell::SafeText(rule.finding->fileName));
-    test.setAttribute("name", shell::SafeText(RuleKey(*rule.finding) + " " + rule.ruleName));
-    if (rule.finding->verdict == Verdict::NoSegment) {
+    test.setAttribute("classname", shell::SafeText(finding->fileName));
+    test.setAttribute("name", shell::SafeText(RuleKey(*finding) + " " + finding->ruleName));
+    if (finding->verdict == Verdict::NoSegment) {
       ++skipped;
       test.appendChild(document.createElement("skipped")).setAttribute("message", TextOf(Verdict::NoSegment).meaning);
-    } else if (IsResult(*rule.finding)) {
+    } else if (IsResult(*finding)) {
       ++failures;
       auto failure = test.appendChild(document.createElement("failure"));
-      failure.setAttribute("type", VerdictName(rule.finding->verdict));
-      failure.setAttribute("message", shell::SafeText(Sentence(rule)));
+      failure.setAttribute("type", VerdictName(finding->verdict));
+      failure.setAttribute("message", shell::SafeText(Sentence(*finding)));
     }
   }
-  suite.setAttribute("tests", std::to_string(rules.size()));
+  suite.setAttribute("tests", std::to_string(findings.size()));
   suite.setAttribute("failures", std::to_string(failures));
   suite.setAttribute("errors", "0");
   suite.setAttribute("skipped", std::to_string(skipped));
   return document.xml();
 }
 
-std::string SarifText(const std::vector<ValidatedRule>& rules, const std::string& version) {
+std::string SarifText(const Findings& findings, const std::string& version) {
   Json kinds = Json::array();
   for (const VerdictText& text : kVerdicts) {
     if (*text.level == '\0') continue;
@@ -169,8 +164,8 @@ std::string SarifText(const std::vector<ValidatedRule>& rules, const std::string
                      {"defaultConfiguration", {{"level", text.level}}}});
   }
   Json results = Json::array();
-  for (const ValidatedRule& rule : rules) {
-    if (IsResult(*rule.finding)) results.push_back(SarifResult(rule));
+  for (const RuleFinding* const finding : findings) {
+    if (IsResult(*finding)) results.push_back(SarifResult(*finding));
   }
   const Json driver = {{"name", "qmrules"}, {"version", version}, {"rules", std::move(kinds)}};
   const Json run = {{"tool", {{"driver", driver}}}, {"results", std::move(results)}};

@@ -1,18 +1,16 @@
 #include <fmt/format.h>
 
 #include <CLI/App.hpp>
-#include <map>
 #include <memory>
 
 #include "cli/cli.h"
 #include "cli/commandlist.h"
-#include "cli/displaywidth.h"
 #include "cli/output.h"
 #include "cli/programmodel.h"
+#include "cli/sourcelines.h"
 #include "cli/workspacecommand.h"
 #include "platform/error.h"
 #include "workbench/codemodel/crossreference.h"
-#include "workbench/codemodel/sourcefile.h"
 
 namespace qmrules::cli {
 
@@ -22,33 +20,8 @@ using workbench::codemodel::CrossReference;
 using workbench::codemodel::Entity;
 using workbench::codemodel::ModelImage;
 using workbench::codemodel::NodeId;
-using workbench::codemodel::SourceFile;
 
 constexpr std::size_t kMostSimilarNames = 3;
-
-// The lines of the files of one model.
-class SourceLines {
- public:
-  SourceLines(workbench::EmbeddedHost& host, const ModelImage& model) : host_(host), model_(model) {}
-
-  // The row without the blanks around it; "" where the file has changed and ends before it.
-  std::string Row(std::uint16_t file, std::uint32_t row) {
-    auto& source = files_[file];
-    if (!source) {
-      const std::string name(model_.FileName(file));
-      source = std::make_unique<SourceFile>(name, host_.FileSystem().ReadTextFile(host_.PathOf(name)));
-    }
-    if (row == 0 || row > source->Rows()) return {};
-    std::string text = OneLine(source->Row(row));
-    text.erase(text.find_last_not_of(' ') + 1);
-    return text.substr(std::min(text.find_first_not_of(' '), text.size()));
-  }
-
- private:
-  workbench::EmbeddedHost& host_;
-  const ModelImage& model_;
-  std::map<std::uint16_t, std::unique_ptr<SourceFile>> files_;
-};
 
 class XrefCommand final : public WorkspaceCommand {
  public:

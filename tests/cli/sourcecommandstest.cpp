@@ -6,7 +6,7 @@ using nlohmann::json;
 
 namespace {
 
-std::string Program(const std::string& name, int statements = 0) {
+std::string ProgramOfDisplays(const std::string& name, int statements = 0) {
   std::string text = "       IDENTIFICATION DIVISION.\n       PROGRAM-ID. " + name + ".\n       PROCEDURE DIVISION.\n";
   for (int at = 0; at < statements; ++at) text += "           DISPLAY 'LINE'.\n";
   return text + "           STOP RUN.\n";
@@ -18,8 +18,8 @@ class SourceCommands : public CliTest {
 };
 
 TEST_F(SourceCommands, AddRegistersTheProgramsOfAFolder) {
-  folder_.Write("cobol/a.cbl", Program("FIRST"));
-  folder_.Write("cobol/deep/b.cob", Program("SECOND", 2));
+  folder_.Write("cobol/a.cbl", ProgramOfDisplays("FIRST"));
+  folder_.Write("cobol/deep/b.cob", ProgramOfDisplays("SECOND", 2));
   folder_.Write("cobol/copy.cbl", "       01  RECORD.\n");
   EXPECT_EQ(Do({"source", "add", "cobol"}),
             "Program  File              Lines  Outcome\n"
@@ -32,11 +32,11 @@ TEST_F(SourceCommands, AddRegistersTheProgramsOfAFolder) {
 }
 
 TEST_F(SourceCommands, AddTwiceChangesNothing) {
-  folder_.Write("a.cbl", Program("FIRST"));
+  folder_.Write("a.cbl", ProgramOfDisplays("FIRST"));
   Do({"source", "add", "a.cbl"});
   EXPECT_EQ(DoJson({"source", "add", "a.cbl"}),
             json::parse(R"([{"key":"COBOL#1","name":"FIRST","file":"a.cbl","lines":4,"outcome":"unchanged"}])"));
-  folder_.Write("a.cbl", Program("FIRST", 3));
+  folder_.Write("a.cbl", ProgramOfDisplays("FIRST", 3));
   EXPECT_EQ(DoJson({"source", "add", "a.cbl"})[0]["outcome"], "updated");
   EXPECT_EQ(DoJson({"source", "list"}),
             json::parse(R"([{"key":"COBOL#1","name":"FIRST","language":"COBOL","file":"a.cbl","lines":7}])"));
@@ -48,22 +48,22 @@ TEST_F(SourceCommands, ListOfNothingIsEmpty) {
 }
 
 TEST_F(SourceCommands, ListShowsTheCurrentProjectOnly) {
-  folder_.Write("a.cbl", Program("FIRST"));
+  folder_.Write("a.cbl", ProgramOfDisplays("FIRST"));
   Do({"source", "add", "a.cbl"});
   Do({"project", "create", "Other"});
   EXPECT_EQ(Do({"source", "list"}), "");
 }
 
 TEST_F(SourceCommands, AddReadsPathsFromTheCurrentFolder) {
-  folder_.Write("cobol/a.cbl", Program("FIRST"));
+  folder_.Write("cobol/a.cbl", ProgramOfDisplays("FIRST"));
   currentFolder_ = folder_.File("cobol");
   EXPECT_EQ(DoJson({"source", "add", "a.cbl"})[0]["file"], "cobol/a.cbl");
 }
 
 TEST_F(SourceCommands, AddRefusesASecondFileOfTheSameProgramAndRegistersNothing) {
-  folder_.Write("old/a.cbl", Program("FIRST"));
-  folder_.Write("one/z.cbl", Program("FIRST"));
-  folder_.Write("one/b.cbl", Program("SECOND"));
+  folder_.Write("old/a.cbl", ProgramOfDisplays("FIRST"));
+  folder_.Write("one/z.cbl", ProgramOfDisplays("FIRST"));
+  folder_.Write("one/b.cbl", ProgramOfDisplays("SECOND"));
   Do({"source", "add", "old"});
   EXPECT_EQ(
       Run({"source", "add", "one"}),
@@ -75,15 +75,15 @@ TEST_F(SourceCommands, AddRefusesASecondFileOfTheSameProgramAndRegistersNothing)
 }
 
 TEST_F(SourceCommands, AsNamesOneProgramOnly) {
-  folder_.Write("a.cbl", Program("FIRST"));
-  folder_.Write("b.cbl", Program("SECOND"));
+  folder_.Write("a.cbl", ProgramOfDisplays("FIRST"));
+  folder_.Write("b.cbl", ProgramOfDisplays("SECOND"));
   EXPECT_EQ(Run({"source", "add", "a.cbl", "b.cbl", "--as", "THIRD"}),
             (CliRun{1, "", "qmrules: --as names one program, and 2 were found; name the one file that it is for.\n"}));
   EXPECT_EQ(DoJson({"source", "list"}), json::array());
 }
 
 TEST_F(SourceCommands, AddRefusesABinaryFileAndRegistersNothing) {
-  folder_.Write("cobol/a.cbl", Program("FIRST"));
+  folder_.Write("cobol/a.cbl", ProgramOfDisplays("FIRST"));
   folder_.Write("cobol/picture.cbl", std::string("\x89PNG\0\0\0\x0D", 8));
   const auto before = Files();
   EXPECT_EQ(
@@ -95,7 +95,7 @@ TEST_F(SourceCommands, AddRefusesABinaryFileAndRegistersNothing) {
 }
 
 TEST_F(SourceCommands, SkipTakesTheOtherFilesAndTellsOfTheProblems) {
-  folder_.Write("cobol/a.cbl", Program("FIRST"));
+  folder_.Write("cobol/a.cbl", ProgramOfDisplays("FIRST"));
   folder_.Write("cobol/picture.cbl", std::string("\x89PNG\0\0\0\x0D", 8));
   const auto run = Run({"source", "add", "cobol", "--skip", "--json"});
   EXPECT_EQ(run.code, 0);
@@ -105,7 +105,7 @@ TEST_F(SourceCommands, SkipTakesTheOtherFilesAndTellsOfTheProblems) {
 
 TEST_F(SourceCommands, AddRefusesAFileOutsideTheWorkspace) {
   const TemporaryFolder elsewhere;
-  const std::string path = elsewhere.Write("a.cbl", Program("FIRST"));
+  const std::string path = elsewhere.Write("a.cbl", ProgramOfDisplays("FIRST"));
   EXPECT_EQ(Run({"source", "add", path}), (CliRun{1, "",
                                                   "qmrules: \"" + path + "\" lies outside the workspace " + Root() +
                                                       "; copy it into the workspace and name it there.\n"}));

@@ -1,0 +1,144 @@
+#include "cli/chaintree.h"
+
+#include <algorithm>
+#include <iterator>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "workbench/codemodel/crossreference.h"
+
+namespace qmrules::cli {
+
+using workbench::codemodel::Entity;
+using workbench::flow::ByteInterval;
+using workbench::flow::ByteSet;
+using workbench::flow::ChainLink;
+using workbench::flow::DefinitionKind;
+using workbench::flow::Effect;
+using workbench::flow::LinkReason;
+using workbench::flow::NetworkChain;
+using workbench::flow::NetworkGap;
+using workbench::flow::NetworkLink;
+using workbench::flow::NetworkProgram;
+using workbench::flow::NodeId;
+
+namespace {
+
+NodeId ItemOf(const NetworkProgram& program, NodeId operand) {
+  const auto& record = program.model->Nodes()[operand];
+  const NodeId item = record.entity == Entity::Decl ? operand : record.declaration;
+  return item != 0 && program.model->Nodes()[item].entity == Entity::Decl ? item : 0;
+}
+
+// The part of the variable, counted from its own first byte, that a link is about; nothing for all of it, and for an
+// element of a table, whose place is not that of its declaration.
+std::optional<ByteInterval> PartOf(const NetworkProgram& program, NodeId operand, const ChainLink& link) {
+  const NodeId item = ItemOf(program, operand);
+  if (item == 0 || link.bytes.Empty()) return std::nullopt;
+  const auto& decl = program.model->Decl(item);
+  const ByteInterval hull{link.bytes.Intervals().front().begin, link.bytes.Intervals().back().end};
+  if (decl.area != link.area || hull.begin < decl.offset || hull.end > decl.offset + decl.size) return std::nullopt;
+  if (link.bytes.Bytes() == decl.size) return std::nullopt;
+  return ByteInterval{hull.begin - decl.offset, hull.end - decl.offset};
+}
+
+}  // namespace
+
+ChainNode ChainTreeBuilder::NodeOf(NetworkProgram& program, NodeId operand, NodeId statement) {
+  ChainNode node;
+  node.program = &program;
+  node.operand = operand;
+  node.statement = statement;
+  node.name = program.model->Text(program.model->Nodes()[operand].name);
+  if (statement != 0 && program.model->Nodes()[statement].entity != Entity::Division) {
+    node.conditions = program.flow->ConditionsOf(statement);
+  }
+  ++tree_.nodes;
+  return node;
+}
+
+void ChainTreeBuilder::Add(NetworkProgram& program, NodeId occurrence) {
+  const NodeId statement = StatementAround(*program.model, occurrence);
+  const bool isCall = statement != 0 && program.model->Nodes()[statement].entity == Entity::Port;
+  std::vector<ChainNode> nodes;
+  // ADD 1 TO A: the A that the statement makes is made from the one that it finds.
+  const bool isMadeHere = IsBackward() && !isCall && !program.flow->FeedsOf(occurrence).empty();
+  if (!isMadeHere) Follow(program, {occurrence, std::nullopt}, 1, nodes);
+  if (nodes.empty()) {
+    nodes.push_back(NodeOf(program, occurrence, statement));
+    Expand(nodes.back(), nullptr, 0);
+  }
+  std::ranges::move(nodes, std::back_inserter(tree_.roots));
+}
+
+std::vector<ChainTreeBuilder::Step> ChainTreeBuilder::StepsFrom(const ChainNode& node, const ByteSet* bytes) {
+  const auto ask = [&](auto of, auto ofBytes) { return bytes == nullptr ? of() : ofBytes(); };
+  auto& flow = *node.program->flow;
+  const std::vector<Effect> effects =
+      IsBackward() ? ask([&] { return flow.FeedsOf(node.operand); }, [&] { return flow.FeedsOf(node.operand, *bytes); })
+                   : ask([&] { return flow.FedBy(node.operand); }, [&] { return flow.FedBy(node.operand, *bytes); });
+  std::vector<Step> steps;
+  for (const Effect& effect : effects) {
+    if (effect.place.area == 0) continue;
+    const auto same = std::ranges::find(steps, effect.operand, &Step::operand);
+    if (same == steps.end()) {
+      steps.push_back({effect.operand, effect.place.Bytes()});
+    } else {
+      same->bytes->Add(effect.place.Bytes());
+    }
+  }
+  return steps;
+}
+
+void ChainTreeBuilder::Follow(NetworkProgram& program, const Step& step, std::size_t depth,
+                              std::vector<ChainNode>& nodes) {
+  NetworkChain chain;
+  if (IsBackward()) {
+    chain = step.bytes ? network_.DefinitionsReaching(program, step.operand, *step.bytes)
+                       : network_.DefinitionsReaching(program, step.operand);
+  } else {
+    chain = step.bytes ? network_.UsesReached(program, step.operand, *step.bytes)
+                       : network_.UsesReached(program, step.operand);
+  }
+  for (NetworkGap& gap : chain.gaps) {
+    const auto same = [&](const NetworkGap& other) {
+      return other.program == gap.program && other.gap.node == gap.gap.node && other.gap.text == gap.gap.text;
+    };
+    if (std::ranges::none_of(tree_.gaps, same)) tree_.gaps.push_back(std::move(gap));
+  }
+  for (const NetworkLink& found : chain.links) {
+    const ChainLink& link = found.link;
+    const NodeId operand = IsBackward() ? link.definition : link.use;
+    ChainNode node = NodeOf(*found.program, operand, IsBackward() ? link.definedAt : link.usedAt);
+    // Backward the name is that of what the definition is for, forward that of the use itself.
+    const NodeId named = link.use;
+    if (named != 0) {
+      node.name = found.program->model->Text(found.program->model->Nodes()[named].name);
+      node.bytes = PartOf(*found.program, named, link);
+    }
+    if (IsBackward()) node.kind = link.kind;
+    node.overlaps = link.reason == LinkReason::Overlap;
+    node.mayDefine = IsBackward() && link.mayDefine;
+    node.calls = found.calls;
+    node.isFromEarlierCall = found.isFromEarlierCall;
+    Expand(node, &link.bytes, depth);
+    nodes.push_back(std::move(node));
+  }
+}
+
+void ChainTreeBuilder::Expand(ChainNode& node, const ByteSet* bytes, std::size_t depth) {
+  const auto steps = StepsFrom(node, bytes);
+  if (steps.empty()) return;
+  if (!seen_.insert({node.program, {node.operand, node.statement}}).second) {
+    node.seenBefore = true;
+    return;
+  }
+  if (depth >= depth_ || tree_.nodes >= kMostNodes) {
+    node.cut = true;
+    return;
+  }
+  for (const Step& step : steps) Follow(*node.program, step, depth + 1, node.next);
+}
+
+}  // namespace qmrules::cli

@@ -1,0 +1,52 @@
+#include "cli/programlibrary.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "shell/casefold.h"
+
+namespace qmrules::cli {
+
+using workbench::codemodel::Entity;
+using workbench::codemodel::ModelImage;
+
+namespace {
+
+// Whether it calls the program, or may do so because it takes the name from a variable.
+bool MayCall(const ModelImage& model, std::string_view name) {
+  return std::ranges::any_of(model.NodesOf(Entity::Port), [&](const auto port) {
+    const auto& record = model.Nodes()[port];
+    if ((record.flags & (workbench::codemodel::kPortUsing | workbench::codemodel::kPortReturn)) != 0) return false;
+    return record.detail == 0 || shell::EqualIgnoringCase(model.Text(record.detail), name);
+  });
+}
+
+}  // namespace
+
+ProgramLibrary::ProgramLibrary(workbench::EmbeddedHost& host) : host_(host) {
+  for (auto& source : catalogue::RegisteredSources(host)) {
+    if (source.modelFile.empty()) continue;
+    std::string name = shell::FoldCase(source.name);
+    entries_.try_emplace(std::move(name), Entry{std::move(source), nullptr});
+  }
+}
+
+const std::shared_ptr<const ModelImage>& ProgramLibrary::ImageOf(Entry& entry) {
+  if (!entry.image) entry.image = ModelImage::Open(host_.PathOf(entry.source.modelFile));
+  return entry.image;
+}
+
+std::shared_ptr<const ModelImage> ProgramLibrary::Open(std::string_view name) {
+  const auto found = entries_.find(shell::FoldCase(std::string(name)));
+  return found == entries_.end() ? nullptr : ImageOf(found->second);
+}
+
+std::vector<std::string> ProgramLibrary::CallersOf(std::string_view name) {
+  std::vector<std::string> callers;
+  for (auto& [key, entry] : entries_) {
+    if (MayCall(*ImageOf(entry), name)) callers.push_back(entry.source.name);
+  }
+  return callers;
+}
+
+}  // namespace qmrules::cli

@@ -1,0 +1,192 @@
+#include "cli/clifixture.h"
+
+namespace qmrules::test {
+namespace {
+
+using nlohmann::json;
+
+constexpr const char* kRates = R"(       IDENTIFICATION DIVISION.
+       PROGRAM-ID. RATES.
+       DATA DIVISION.
+       WORKING-STORAGE SECTION.
+       01  FEE          PIC 9(3) VALUE 7.
+       01  KIND         PIC X.
+       01  PARMS.
+           05  AMOUNT   PIC 9(5).
+           05  TAX      PIC 9(5).
+       01  TAX-DIGITS REDEFINES PARMS.
+           05  DIGIT    PIC 9 OCCURS 10.
+       01  TOTAL        PIC 9(6).
+       PROCEDURE DIVISION.
+       MAIN-PART.
+           ACCEPT KIND
+           IF KIND = 'A'
+             ADD 1 TO FEE
+           END-IF
+           MOVE FEE TO AMOUNT
+           CALL 'TAXES' USING PARMS
+           CALL 'PBX01' USING KIND
+           IF KIND NOT = 'B'
+             MOVE 0 TO DIGIT (10)
+           END-IF
+           ADD AMOUNT TAX GIVING TOTAL
+           DISPLAY TOTAL
+           STOP RUN.
+)";
+
+constexpr const char* kTaxes = R"(       IDENTIFICATION DIVISION.
+       PROGRAM-ID. TAXES.
+       DATA DIVISION.
+       LINKAGE SECTION.
+       01  P.
+           05  P-AMOUNT  PIC 9(5).
+           05  P-TAX     PIC 9(5).
+       PROCEDURE DIVISION USING P.
+       TAX-PART.
+           DIVIDE P-AMOUNT BY 5 GIVING P-TAX
+           GOBACK.
+)";
+
+class ChainCommands : public CliTest {
+ protected:
+  ChainCommands() {
+    MakeWorkspace();
+    folder_.Write("cobol/rates.cbl", kRates);
+    folder_.Write("cobol/taxes.cbl", kTaxes);
+    Do({"scan"});
+  }
+};
+
+TEST_F(ChainCommands, WhyShowsTheChainWithItsConditionsAcrossPrograms) {
+  EXPECT_EQ(
+      Do({"why", "cobol/rates.cbl:26", "TOTAL"}),
+      "TOTAL  cobol/rates.cbl:26  DISPLAY TOTAL\n"
+      "  TOTAL <- cobol/rates.cbl:25  ADD AMOUNT TAX GIVING TOTAL  [computation]\n"
+      "    AMOUNT <- cobol/rates.cbl:19  MOVE FEE TO AMOUNT  [move]\n"
+      "      FEE <- cobol/rates.cbl:5  01  FEE          PIC 9(3) VALUE 7.  [initial value]\n"
+      "      FEE <- cobol/rates.cbl:17  ADD 1 TO FEE  [computation]\n"
+      "          when KIND = 'A'  (16)\n"
+      "        FEE <- cobol/rates.cbl:5  01  FEE          PIC 9(3) VALUE 7.  [initial value]\n"
+      "    TAX <- cobol/rates.cbl:23  MOVE 0 TO DIGIT (10)  [constant move, byte 5, through DIGIT, which overlaps it]\n"
+      "        when KIND NOT = 'B'  (22)\n"
+      "    P-TAX <- cobol/taxes.cbl:10  DIVIDE P-AMOUNT BY 5 GIVING P-TAX  [computation]\n"
+      "        through the call at cobol/rates.cbl:20\n"
+      "      P-AMOUNT <- cobol/taxes.cbl:5  01  P.  [parameter]\n"
+      "      PARMS <- cobol/rates.cbl:19  MOVE FEE TO AMOUNT  [move, bytes 1 to 5]  (see above)\n");
+}
+
+TEST_F(ChainCommands, UsesShowsWhatComesOfADefinition) {
+  EXPECT_EQ(Do({"uses", "rates.cbl:17", "FEE"}),
+            "FEE  cobol/rates.cbl:17  ADD 1 TO FEE\n"
+            "  FEE -> cobol/rates.cbl:19  MOVE FEE TO AMOUNT\n"
+            "    AMOUNT -> cobol/rates.cbl:25  ADD AMOUNT TAX GIVING TOTAL\n"
+            "      TOTAL -> cobol/rates.cbl:26  DISPLAY TOTAL\n"
+            "    P-AMOUNT -> cobol/taxes.cbl:10  DIVIDE P-AMOUNT BY 5 GIVING P-TAX\n"
+            "        through the call at cobol/rates.cbl:20\n"
+            "      TAX -> cobol/rates.cbl:25  ADD AMOUNT TAX GIVING TOTAL\n"
+            "          through the call at cobol/rates.cbl:20\n"
+            "        TOTAL -> cobol/rates.cbl:26  DISPLAY TOTAL\n");
+}
+
+TEST_F(ChainCommands, AProgramThatIsNotThereIsToldBelowTheTree) {
+  EXPECT_EQ(Do({"why", "rates.cbl:22", "KIND"}),
+            "KIND  cobol/rates.cbl:22  IF KIND NOT = 'B'\n"
+            "  KIND <- cobol/rates.cbl:15  ACCEPT KIND  [input]\n"
+            "  KIND <- cobol/rates.cbl:21  CALL 'PBX01' USING KIND  [call, perhaps]\n"
+            "    KIND <- cobol/rates.cbl:15  ACCEPT KIND  [input]\n"
+            "\n"
+            "What is not known:\n"
+            "  cobol/rates.cbl:21  PBX01 is not in the workspace: what it does with KIND is not known.\n");
+}
+
+TEST_F(ChainCommands, ConditionsOfTheWholeTreeStandAboveIt) {
+  folder_.Write("cobol/shared.cbl", R"(       IDENTIFICATION DIVISION.
+       PROGRAM-ID. SHARED.
+       DATA DIVISION.
+       WORKING-STORAGE SECTION.
+       01  A            PIC 9.
+       01  B            PIC 9.
+       PROCEDURE DIVISION.
+       MAIN-PART.
+           ACCEPT A
+           IF NOT A = 1
+             GOBACK
+           END-IF
+           MOVE 3 TO A
+           IF A > 2
+             MOVE A TO B
+           END-IF
+           DISPLAY B
+           GOBACK.
+)");
+  Do({"scan"});
+  EXPECT_EQ(Do({"why", "shared.cbl:15", "B"}),
+            "B  cobol/shared.cbl:15  MOVE A TO B\n"
+            "  All of it runs only\n"
+            "      when A = 1  (10)\n"
+            "  B <- cobol/shared.cbl:15  MOVE A TO B\n"
+            "      when A > 2  (14)\n"
+            "    A <- cobol/shared.cbl:13  MOVE 3 TO A  [constant move]\n");
+}
+
+TEST_F(ChainCommands, DepthCutsTheTree) {
+  EXPECT_EQ(Do({"why", "rates.cbl:26", "TOTAL", "--depth", "1"}),
+            "TOTAL  cobol/rates.cbl:26  DISPLAY TOTAL\n"
+            "  TOTAL <- cobol/rates.cbl:25  ADD AMOUNT TAX GIVING TOTAL  [computation]  (goes on)\n");
+}
+
+TEST_F(ChainCommands, JsonHasPlacesKindsConditionsAndGaps) {
+  const json why = DoJson({"why", "rates.cbl:22", "KIND"});
+  ASSERT_EQ(why.size(), 1U);
+  EXPECT_EQ(why[0]["occurrence"]["row"], 22);
+  ASSERT_EQ(why[0]["chain"].size(), 2U);
+  EXPECT_EQ(why[0]["chain"][0]["kind"], "input");
+  EXPECT_EQ(why[0]["chain"][0]["row"], 15);
+  EXPECT_EQ(why[0]["chain"][1]["kind"], "call");
+  EXPECT_EQ(why[0]["chain"][1]["perhaps"], true);
+  ASSERT_EQ(why[0]["gaps"].size(), 1U);
+  EXPECT_EQ(why[0]["gaps"][0]["gap"], "PBX01 is not in the workspace: what it does with KIND is not known.");
+  const json uses = DoJson({"uses", "rates.cbl:17", "FEE", "--depth", "1"});
+  ASSERT_EQ(uses[0]["chain"].size(), 1U);
+  EXPECT_EQ(uses[0]["chain"][0]["name"], "FEE");
+  EXPECT_EQ(uses[0]["chain"][0]["row"], 19);
+  EXPECT_EQ(uses[0]["chain"][0]["goesOn"], true);
+  EXPECT_EQ(uses[0]["chain"][0]["conditions"], json::array());
+}
+
+TEST_F(ChainCommands, ANameThatIsNotThereIsToldWithThoseThatAre) {
+  const auto run = Run({"why", "rates.cbl:25", "FEE"});
+  EXPECT_EQ(run.code, 1);
+  EXPECT_EQ(run.err, "qmrules: The statement at rates.cbl:25 has no FEE; it has AMOUNT, TAX, TOTAL.\n");
+  EXPECT_EQ(Run({"why", "rates.cbl:3", "FEE"}).err, "qmrules: There is no statement with variables at rates.cbl:3.\n");
+}
+
+TEST_F(ChainCommands, AFileThatIsNoSourceIsAnError) {
+  const auto run = Run({"uses", "copy/rates.cpy:25", "FEE"});
+  EXPECT_EQ(run.code, 1);
+  EXPECT_EQ(
+      run.err,
+      "qmrules: copy/rates.cpy is no source of the project; \"qmrules source list\" shows its sources. For a line "
+      "of a copybook, name the program with --program.\n");
+}
+
+TEST_F(ChainCommands, ALineOfACopybookNeedsTheProgram) {
+  folder_.Write("copybooks/ADDFEE.cpy", "           ADD 2 TO FEE.\n");
+  folder_.Write("cobol/copying.cbl", R"(       IDENTIFICATION DIVISION.
+       PROGRAM-ID. COPYING.
+       DATA DIVISION.
+       WORKING-STORAGE SECTION.
+       01  FEE          PIC 9(3) VALUE 7.
+       PROCEDURE DIVISION.
+       MAIN-PART.
+           COPY ADDFEE.
+           DISPLAY FEE.
+           STOP RUN.
+)");
+  Do({"scan"});
+  const std::string uses = Do({"uses", "ADDFEE.cpy:1", "FEE", "--program", "COPYING"});
+  EXPECT_NE(uses.find("FEE -> cobol/copying.cbl:9  DISPLAY FEE."), std::string::npos) << uses;
+}
+
+}  // namespace
+}  // namespace qmrules::test
