@@ -18,8 +18,9 @@ constexpr std::uint32_t kFarOneIn = 8;
 
 class Generator {
  public:
-  Generator(std::uint32_t lines, std::uint32_t seed)
+  Generator(std::uint32_t lines, std::uint32_t seed, Performing performing)
       : random_(seed),
+        performing_(performing),
         groups_(std::max(lines / 5 / kLinesPerGroup, 2U)),
         paragraphs_(std::max(lines * 4 / 5 / (kLinesPerParagraph + 4), 2U)) {
     text_.reserve(std::size_t{lines} * 60);
@@ -93,6 +94,11 @@ class Generator {
     return Random(home_ > kNeighbours ? home_ - kNeighbours : 1, std::min(home_ + kNeighbours, groups_));
   }
   std::string RandomItem(std::string_view stem) { return Item(stem, RandomGroup()); }
+  // The one that paragraph `from` performs.
+  std::uint32_t PerformedBy(std::uint32_t from) {
+    if (performing_ == Performing::AnyParagraph) return Random(1, paragraphs_);
+    return std::min(from + Random(1, kNeighbours), paragraphs_);
+  }
   static std::string ParagraphName(std::uint32_t paragraph) { return fmt::format("P{:05}-STEP", paragraph); }
 
   // kLinesPerGroup lines.
@@ -112,6 +118,7 @@ class Generator {
   }
 
   void Paragraph(std::uint32_t paragraph) {
+    paragraph_ = paragraph;
     home_ = std::max(static_cast<std::uint32_t>(std::uint64_t{paragraph} * groups_ / paragraphs_), 1U);
     Comment("*------------------------------------------------------------*");
     Comment(fmt::format("Step {}: derives the amounts of one area.", paragraph));
@@ -159,7 +166,8 @@ class Generator {
     Line(15, "ELSE");
     Line(19, fmt::format("MOVE ZERO TO {} {}", RandomItem("CNT"), RandomItem("AMT")));
     Line(15, "END-IF");
-    Line(15, fmt::format("PERFORM {}", ParagraphName(Random(1, paragraphs_))));
+    const std::uint32_t performed = PerformedBy(paragraph_);
+    Line(15, performed == paragraph_ ? "CONTINUE" : fmt::format("PERFORM {}", ParagraphName(performed)));
     Line(11, "ELSE");
     Line(15, fmt::format("MOVE {} TO LK-AMOUNT", RandomItem("AMT")));
     Line(11, "END-IF.");
@@ -209,16 +217,18 @@ class Generator {
   }
 
   std::mt19937 random_;
+  Performing performing_;
   std::uint32_t groups_;
   std::uint32_t home_ = 1;  // the area of the paragraph that is being written
   std::uint32_t paragraphs_;
+  std::uint32_t paragraph_ = 0;  // that is being written
   std::string text_;
 };
 
 }  // namespace
 
-std::string GenerateProgram(std::uint32_t lines, std::uint32_t seed) {
-  return Generator(lines, seed).Program();
+std::string GenerateProgram(std::uint32_t lines, std::uint32_t seed, Performing performing) {
+  return Generator(lines, seed, performing).Program();
 }
 
 }  // namespace qmrules::bench
