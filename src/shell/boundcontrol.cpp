@@ -29,7 +29,8 @@ class RaisedFlag {
 }  // namespace
 
 BoundControl::BoundControl(platform::Workspace& workspace, const ControlServices& services,
-                           const FailureReport& failures, browser::ControlWidgets& widgets, RuleSchema schema)
+                           const FailureReport& failures, browser::ControlWidgets& widgets,
+                           validation::ValidatedEvent& onValidated, RuleSchema schema)
     : services_(services),
       failures_(failures),
       schema_(std::move(schema)),
@@ -59,7 +60,7 @@ BoundControl::BoundControl(platform::Workspace& workspace, const ControlServices
       moveInSequence_(browser_, objects_),
       activityLog_(services.dialogs, services.texts, services.globals),
       emphasis_(browser_),
-      validation_(browser_, selection_, emphasis_, services.fileSystem),
+      validation_(browser_, selection_, emphasis_, services.fileSystem, onValidated),
       popup_(services.dialogs, widgets.mnuPopup, *this, failures),
       handlers_(browser_, {.selection = selection_,
                            .selectedOnly = selectedOnly_,
@@ -102,7 +103,7 @@ void BoundControl::Fill() {
 void BoundControl::Sweep() {
   const BusyCursor busy(browser_.pointer);
   RunValiditySweep(browser_.Repository(), services_.fileSystem,
-                   browser_.FE.GetFerrowoodName(platform::FerrowoodName::SourceFolder));
+                   browser_.FE.GetFerrowoodName(platform::FerrowoodName::SourceFolder), browser_.progress);
 }
 
 // The commands go by the component: without the database they tell the user that there is no business name.

@@ -34,10 +34,10 @@ namespace qmrules::shell {
 // The control as long as it has a workspace: its parts, put together, each of which asks the others through here.
 class BoundControl final : private browser::BrowserHost, private platform::CommandSink {
  public:
-  // For widgets as they are without a workspace, which the destructor leaves behind so again. `services`, `failures`
-  // and the widgets outlive this. Throws Error when the attribute panel cannot be built.
+  // For widgets as they are without a workspace, which the destructor leaves behind so again. `services`, `failures`,
+  // `onValidated` and the widgets outlive this. Throws Error when the attribute panel cannot be built.
   BoundControl(platform::Workspace& workspace, const ControlServices& services, const FailureReport& failures,
-               browser::ControlWidgets& widgets, RuleSchema schema);
+               browser::ControlWidgets& widgets, validation::ValidatedEvent& onValidated, RuleSchema schema);
   BoundControl(const BoundControl&) = delete;
   BoundControl& operator=(const BoundControl&) = delete;
   ~BoundControl() override;

@@ -53,7 +53,7 @@ void QMRules::Init(platform::Workspace& aQMWS, std::string_view aIntName, std::s
   }
   ReadUnassignedTexts(frontEnd.ProjectOptions(), globals);
   LayOutPanes(splitter_, services_.settings);
-  bound_ = std::make_unique<BoundControl>(aQMWS, services_, failures_, widgets_, std::move(schema));
+  bound_ = std::make_unique<BoundControl>(aQMWS, services_, failures_, widgets_, OnValidated, std::move(schema));
 }
 
 void QMRules::Show() {

@@ -23,6 +23,10 @@
 #include "shell/failurereport.h"
 #include "shell/messages.h"
 
+namespace qmrules::validation {
+struct ValidationReport;
+}
+
 namespace qmrules::shell {
 
 class BoundControl;
@@ -99,6 +103,10 @@ class QMRules {
   bool Enabled() const { return enabled_; }
   void Enabled(bool New_Enabled);
   platform::Event<> OnEnabledChanged;
+
+  // What the command Validate has found, with its texts, before the user is told; whoever hears it may keep it. The
+  // command does more work while someone listens.
+  platform::Event<std::shared_ptr<const validation::ValidationReport>> OnValidated;
 
   // Takes a loader's failure text and does nothing with it: the target that bulk operations report single failures to.
   void ErrorRecord(std::string_view Msg);

@@ -10,13 +10,13 @@ namespace qmrules::validation {
 
 namespace {
 
-constexpr std::size_t kFirstSlots = 256;
+constexpr std::size_t kFewestSlots = 256;
 
 }  // namespace
 
 void ChildIndex::Clear() {
   // As many slots as the last tree came to need, so that small trees behind a large one do not clear its table each.
-  slots_.assign(std::bit_ceil(std::max(kFirstSlots, count_ * 4 / 3 + 1)), Slot{});
+  slots_.assign(std::bit_ceil(std::max(kFewestSlots, count_ * 4 / 3 + 1)), Slot{});
   count_ = 0;
 }
 

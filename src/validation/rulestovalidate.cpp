@@ -24,15 +24,17 @@ std::vector<RuleToValidate> ReadRulesToValidate(platform::Repository& repository
   return rules;
 }
 
-std::unordered_map<std::int32_t, std::string> ReadSegmentTexts(platform::Repository& repository,
-                                                               const std::vector<std::int32_t>& ids) {
-  std::unordered_map<std::int32_t, std::string> texts;
+std::unordered_map<std::int32_t, RuleTexts> ReadRuleTexts(platform::Repository& repository,
+                                                          const std::vector<std::int32_t>& ids) {
+  std::unordered_map<std::int32_t, RuleTexts> texts;
   texts.reserve(ids.size());
   const auto read = [&](const catalogue::IDList& list) {
     const auto fetch = catalogue::NewQuery(repository);
-    fetch->SetRoot(fetch->AddObject(false, catalogue::kRule, "ID,SourceText", "ID in " + list.Text()));
+    fetch->SetRoot(fetch->AddObject(false, catalogue::kRule, "ID,RuleName,SourceText", "ID in " + list.Text()));
     for (fetch->Execute(""); !fetch->Eof(); fetch->MoveNext()) {
-      texts.emplace(catalogue::IDField(fetch->Row(), "ID"), fetch->Row().Item("SourceText").Text());
+      const auto& row = fetch->Row();
+      texts.emplace(catalogue::IDField(row, "ID"),
+                    RuleTexts{row.Item("RuleName").Text(), row.Item("SourceText").Text()});
     }
   };
   catalogue::IDList list;

@@ -27,8 +27,13 @@ struct RuleToValidate {
                                                               const platform::KeyedCollection<std::string>& ids,
                                                               FileGroups& files);
 
-// The segments' texts by the rules' IDs. Throws Error when the store fails.
-[[nodiscard]] std::unordered_map<std::int32_t, std::string> ReadSegmentTexts(platform::Repository& repository,
-                                                                             const std::vector<std::int32_t>& ids);
+struct RuleTexts {
+  std::string name;     // of the rule
+  std::string segment;  // its stored text
+};
+
+// The rules' texts by their IDs. Throws Error when the store fails.
+[[nodiscard]] std::unordered_map<std::int32_t, RuleTexts> ReadRuleTexts(platform::Repository& repository,
+                                                                        const std::vector<std::int32_t>& ids);
 
 }  // namespace qmrules::validation

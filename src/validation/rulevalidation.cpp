@@ -57,13 +57,14 @@ void RuleValidation::Run() {
 
   const platform::BusyCursor busy(services_.pointer);
   MarksAside marks(services_.QMWS, emphasis_);
-  const ValidationReport report = Validate(std::move(rules), std::move(action));
+  const auto report = std::make_shared<const ValidationReport>(Validate(std::move(rules), std::move(action)));
   services_.host.ShowNode(services_.widgets.tvObjects.SelectedNode());
   marks.PutBack();
-  OnValidated.Raise(report);
+  onValidated_.Raise(report);
   const platform::NormalCursor normal(services_.pointer);
-  services_.dialogs.MessageBox(report.message, services_.globals.externalName,
-                               report.counts.notValidated >= 1 ? MessageStyle::Exclamation : MessageStyle::Information);
+  services_.dialogs.MessageBox(
+      report->message, services_.globals.externalName,
+      report->counts.notValidated >= 1 ? MessageStyle::Exclamation : MessageStyle::Information);
 }
 
 bool RuleValidation::UserAgrees(std::size_t rules) const {
@@ -80,6 +81,9 @@ ValidationReport RuleValidation::Validate(platform::KeyedCollection<std::string>
   request.ruleIDs = std::move(rules);
   request.action = std::move(action);
   request.collapseSpaces = ReadCollapseSpaces(services_.FE.ProjectOptions());
+  // Only whoever looks at the findings pays for what they tell beyond the message.
+  request.wantsPlaces = onValidated_.HasObservers();
+  request.wantsTexts = request.wantsPlaces;
   unsigned lines = 0;
   const auto processEvents = [this, &lines] {
     if (++lines % kLinesBetweenEvents == 0) services_.progress.Cancelled();

@@ -1,5 +1,7 @@
 #include "validation/validationrun.h"
 
+#include <fmt/format.h>
+
 #include <utility>
 
 #include "catalogue/gateway.h"
@@ -97,11 +99,23 @@ class ValidationRun {
     std::vector<std::int32_t> ids;
     ids.reserve(places.size());
     for (const std::size_t place : places) ids.push_back(rules_[place].id);
-    auto texts = ReadSegmentTexts(services_.FE.Repository(), ids);
+    auto texts = ReadRuleTexts(services_.FE.Repository(), ids);
+    CheckFile(name, places, texts);
+    if (!request_.wantsTexts) return;
+    for (const std::size_t place : places) {
+      RuleFinding& finding = report_.findings[place];
+      auto& [ruleName, segment] = texts[finding.ruleID];
+      finding.ruleName = std::move(ruleName);
+      finding.storedText = std::move(segment);
+    }
+  }
+
+  void CheckFile(const std::string& name, const std::vector<std::size_t>& places,
+                 std::unordered_map<std::int32_t, RuleTexts>& texts) {
     std::vector<std::size_t> withText;
     for (const std::size_t place : places) {
       const auto text = texts.find(rules_[place].id);
-      states_[place].hasText = text != texts.end() && !text->second.empty();
+      states_[place].hasText = text != texts.end() && !text->second.segment.empty();
       if (states_[place].hasText) {
         withText.push_back(place);
       } else {
@@ -118,7 +132,7 @@ class ValidationRun {
       RuleFinding& finding = report_.findings[place];
       state.opened = fileText.has_value();
       if (state.opened)
-        state.check = CheckSource(lines, finding.rows.FromRow, finding.rows.ToRow, texts[finding.ruleID]);
+        state.check = CheckSource(lines, finding.rows.FromRow, finding.rows.ToRow, texts[finding.ruleID].segment);
       if (state.check.stands) continue;
       finding.verdict = state.opened ? Verdict::Changed : Verdict::FileMissing;
       if (state.opened) astray.push_back(place);
@@ -127,27 +141,27 @@ class ValidationRun {
   }
 
   void LookFor(const std::string& fileText, const std::vector<std::size_t>& places,
-               std::unordered_map<std::int32_t, std::string>& texts) {
+               std::unordered_map<std::int32_t, RuleTexts>& texts) {
     if (request_.method == ComparisonMethod::MultipleMatching) {
       Relocate(fileText, places, texts);
     } else {
       for (const std::size_t place : places) Search(fileText, report_.findings[place], texts);
     }
-    if (!request_.wantsPlaces) return;
+    if (!request_.wantsHints) return;
     for (const std::size_t place : places) {
       RuleFinding& finding = report_.findings[place];
-      if (finding.verdict == Verdict::NotFound) AddNearPlace(fileText, finding, texts[finding.ruleID]);
+      if (finding.verdict == Verdict::NotFound) AddNearPlace(fileText, finding, texts[finding.ruleID].segment);
     }
   }
 
   void Relocate(const std::string& fileText, const std::vector<std::size_t>& places,
-                std::unordered_map<std::int32_t, std::string>& texts) {
+                std::unordered_map<std::int32_t, RuleTexts>& texts) {
     std::vector<RuleRecord> records;
     records.reserve(places.size());
     for (const std::size_t place : places) {
       const RuleFinding& finding = report_.findings[place];
-      records.push_back(
-          {std::to_string(finding.ruleID), finding.rows.FromRow, finding.rows.ToRow, texts[finding.ruleID], false});
+      records.push_back({std::to_string(finding.ruleID), finding.rows.FromRow, finding.rows.ToRow,
+                         texts[finding.ruleID].segment, false});
     }
     relocation_.RelocateSegments(fileText, records,
                                  [&](std::size_t index, const RuleRecord&, const RelocationFinding& found) {
@@ -180,8 +194,8 @@ class ValidationRun {
   }
 
   void Search(const std::string& fileText, RuleFinding& finding,
-              const std::unordered_map<std::int32_t, std::string>& texts) const {
-    SegmentPlace place{finding.rows.FromRow, finding.rows.ToRow, texts.at(finding.ruleID)};
+              const std::unordered_map<std::int32_t, RuleTexts>& texts) const {
+    SegmentPlace place{finding.rows.FromRow, finding.rows.ToRow, texts.at(finding.ruleID).segment};
     switch (FindSegmentBy(request_.method, fileText, place)) {
       case SearchOutcome::Found:
         finding.verdict = Verdict::Moved;
@@ -289,6 +303,10 @@ class ValidationRun {
 };
 
 }  // namespace
+
+std::string RowsText(const RowRange& rows) {
+  return rows.FromRow == rows.ToRow ? std::to_string(rows.FromRow) : fmt::format("{}-{}", rows.FromRow, rows.ToRow);
+}
 
 ValidationReport ValidateRules(const ValidationServices& services, const ValidationRequest& request,
                                platform::Progress* progress) {

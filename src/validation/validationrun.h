@@ -24,6 +24,9 @@ struct ValidationRequest {
   bool collapseSpaces = false;
   bool writes = true;        // false: nothing is written, and the findings tell what would have been
   bool wantsPlaces = false;  // the findings tell all candidates, also where the action does not look for the text
+  bool wantsHints =
+      false;  // and the nearest place of a text that is nowhere, each at the cost of a walk through the file
+  bool wantsTexts = false;  // the findings bear the rules' names and the texts that are compared
   ComparisonMethod method = kComparisonMethod;
 };
 
@@ -39,6 +42,7 @@ enum class Verdict {
   FileMissing,   // the file cannot be read
   Changed,       // it does not stand at its rows; it was not looked for, or the rule has no text to look for
 };
+inline constexpr std::size_t kVerdicts = 9;
 
 // Where a text like the segment's stands, as a hint for the reader; it is never written.
 struct NearPlace {
@@ -48,14 +52,19 @@ struct NearPlace {
 
 struct RuleFinding {
   std::int32_t ruleID = 0;
+  std::string ruleName;  // with wantsTexts
   std::string fileName;
   RowRange rows;  // as they were stored
   Verdict verdict = Verdict::Unchanged;
   std::vector<RowRange> candidates;  // of a text that was found: all places, in the order of the index
   std::size_t chosen = 0;            // the one that is taken
   std::string text;                  // and the text for it
-  std::optional<NearPlace> near;     // NotFound, with wantsPlaces
+  std::string storedText;            // as it was before the run, with wantsTexts
+  std::optional<NearPlace> near;     // NotFound, with wantsHints
 };
+
+// "12", or "12-15" for several rows.
+[[nodiscard]] std::string RowsText(const RowRange& rows);
 
 struct ValidationReport {
   ValidationCounts counts;

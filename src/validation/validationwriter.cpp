@@ -14,9 +14,8 @@ namespace qmrules::validation {
 
 namespace {
 
-constexpr std::size_t kRulesTogether = 200;
 constexpr int kSegmentDeleted = 599;
-constexpr int kValidated = 639;
+constexpr int kValidatedEntry = 639;
 
 }  // namespace
 
@@ -86,7 +85,7 @@ void ValidationWriter::Write(const Result& result) {
     rule->Attrs("Validated", now);
   }
   RefuseWideID(result);
-  Log(result.ruleID, kValidated);
+  Log(result.ruleID, kValidatedEntry);
   if (result.kind == Kind::Deleted) Log(result.ruleID, kSegmentDeleted);
   rule->Post();
 }

@@ -16,6 +16,9 @@ namespace qmrules::validation {
 // were.
 class ValidationWriter {
  public:
+  // Results in one transaction.
+  static constexpr std::size_t kRulesTogether = 200;
+
   explicit ValidationWriter(const ValidationServices& services) : services_(services) {}
   ValidationWriter(const ValidationWriter&) = delete;
   ValidationWriter& operator=(const ValidationWriter&) = delete;

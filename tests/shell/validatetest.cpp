@@ -4,6 +4,7 @@
 
 #include "catalogue/gateway.h"
 #include "shell/controltest.h"
+#include "validation/validationrun.h"
 
 namespace qmrules::shell {
 namespace {
@@ -70,6 +71,28 @@ TEST_F(ValidateTest, WarnsWhenARuleIsNotValidated) {
       "One segment was not validated.");
   Request("Validate");
   EXPECT_EQ(dialogs.History().back().style, MessageStyle::Exclamation);
+}
+
+TEST_F(ValidateTest, TellsWhoeverListensBeforeTheUser) {
+  std::size_t remaining = 0;
+  std::shared_ptr<const validation::ValidationReport> heard;
+  const auto listening = control.OnValidated.Subscribe([&](const auto& report) {
+    heard = report;
+    remaining = dialogs.Remaining();
+  });
+  Options().Document().selectSingleNode("//LIST[@NAME='SegmentValidation']").setAttribute("VALUE", "leave");
+  tvObjects.ClickCheckBox(Node("Late fee"));
+  dialogs.ExpectMessage(MessageAnswer::Yes);
+  ExpectMessage("\r\nOne segment was left invalid.");
+  Request("Validate");
+  ASSERT_NE(heard, nullptr);
+  EXPECT_EQ(remaining, 1U) << "the message is still to come";
+  ASSERT_EQ(heard->findings.size(), 1U);
+  const auto& finding = heard->findings.front();
+  EXPECT_EQ(finding.verdict, validation::Verdict::Moved);
+  EXPECT_EQ(finding.ruleName, "Late fee");
+  EXPECT_EQ(finding.storedText, "one\n");
+  EXPECT_EQ(Row(lateFee), "1");
 }
 
 TEST_F(ValidateTest, StopsWhenTheUserSaysNoOrCancelsTheOptions) {

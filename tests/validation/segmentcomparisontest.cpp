@@ -12,42 +12,42 @@ namespace qmrules::validation {
 
 namespace {
 
-constexpr std::int32_t kLargest = std::numeric_limits<std::int32_t>::max();
+constexpr std::int32_t kFarthestRow = std::numeric_limits<std::int32_t>::max();
 
 // What a search makes of the segment.
-struct Result {
+struct SearchResult {
   SearchOutcome outcome;
   SegmentPlace place;
-  friend bool operator==(const Result&, const Result&) = default;
+  friend bool operator==(const SearchResult&, const SearchResult&) = default;
 };
 
-void PrintTo(const Result& result, std::ostream* out) {
+void PrintTo(const SearchResult& result, std::ostream* out) {
   *out << static_cast<int>(result.outcome) << " ";
   PrintTo(result.place, out);
 }
 
-Result Found(std::int32_t fromRow, std::int32_t toRow, std::string text) {
+SearchResult Found(std::int32_t fromRow, std::int32_t toRow, std::string text) {
   return {SearchOutcome::Found, {fromRow, toRow, std::move(text)}};
 }
 
-Result NotFound(std::int32_t fromRow, std::int32_t toRow, std::string text) {
+SearchResult NotFound(std::int32_t fromRow, std::int32_t toRow, std::string text) {
   return {SearchOutcome::NotFound, {fromRow, toRow, std::move(text)}};
 }
 
-Result Search(ComparisonMethod method, std::string_view file, SegmentPlace place) {
+SearchResult Search(ComparisonMethod method, std::string_view file, SegmentPlace place) {
   const SearchOutcome outcome = FindSegmentBy(method, file, place);
   return {outcome, place};
 }
 
-Result Simply(std::string_view file, SegmentPlace place) {
+SearchResult Simply(std::string_view file, SegmentPlace place) {
   return Search(ComparisonMethod::Simple, file, std::move(place));
 }
 
-Result IgnoringBlanks(std::string_view file, SegmentPlace place) {
+SearchResult IgnoringBlanks(std::string_view file, SegmentPlace place) {
   return Search(ComparisonMethod::IgnoreBlankLines, file, std::move(place));
 }
 
-Result Approximately(std::string_view file, SegmentPlace place) {
+SearchResult Approximately(std::string_view file, SegmentPlace place) {
   return Search(ComparisonMethod::ApproximateLineComparing, file, std::move(place));
 }
 
@@ -247,20 +247,20 @@ TEST_P(EverySearch, FindsNothingInAnEmptyFile) {
 
 TEST_P(EverySearch, RefusesATextOfMoreLinesThanRowsAndChangesNothing) {
   const SegmentPlace place{3, 4, "AAAAA\nBBBBB\nCCCCC\n"};
-  EXPECT_EQ(Search(GetParam(), "AAAAA\nBBBBB\nCCCCC\n", place), (Result{SearchOutcome::RowsDisagree, place}));
+  EXPECT_EQ(Search(GetParam(), "AAAAA\nBBBBB\nCCCCC\n", place), (SearchResult{SearchOutcome::RowsDisagree, place}));
 }
 
 TEST_P(EverySearch, RefusesRowsThatRunBackwards) {
-  const SegmentPlace place{kLargest, -kLargest, "AAAAA\n"};
-  EXPECT_EQ(Search(GetParam(), "AAAAA\n", place), (Result{SearchOutcome::RowsDisagree, place}));
+  const SegmentPlace place{kFarthestRow, -kFarthestRow, "AAAAA\n"};
+  EXPECT_EQ(Search(GetParam(), "AAAAA\n", place), (SearchResult{SearchOutcome::RowsDisagree, place}));
 }
 
 TEST_P(EverySearch, BillionsOfRowsTakeNoMemory) {
-  EXPECT_EQ(Search(GetParam(), "AAAAA\n\n\n", {-kLargest, kLargest, "\n"}).outcome, SearchOutcome::NotFound);
+  EXPECT_EQ(Search(GetParam(), "AAAAA\n\n\n", {-kFarthestRow, kFarthestRow, "\n"}).outcome, SearchOutcome::NotFound);
 }
 
 TEST(BlankIgnoringSearch, BillionsOfRowsDoNotKeepItFromFinding) {
-  EXPECT_EQ(IgnoringBlanks("X\nA\n", {-kLargest, kLargest, "A\n"}), Found(2, 2, "A\n"));
+  EXPECT_EQ(IgnoringBlanks("X\nA\n", {-kFarthestRow, kFarthestRow, "A\n"}), Found(2, 2, "A\n"));
 }
 
 TEST(SearchByMethod, OfMultipleMatchingIsNone) {

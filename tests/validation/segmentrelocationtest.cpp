@@ -20,16 +20,16 @@ std::string Lines(int count, const std::string& line) {
 }
 
 // What one record becomes.
-struct Result {
+struct RelocationResult {
   RuleRecord record;
   RelocationOutcome outcome = RelocationOutcome::NotFound;
   std::vector<RowRange> matches;
   std::size_t chosen = 0;
 };
 
-Result Relocate(std::string_view file, RuleRecord record, FileIndexOptions options = {}) {
+RelocationResult Relocate(std::string_view file, RuleRecord record, FileIndexOptions options = {}) {
   SegmentRelocation relocation(std::move(options));
-  Result result;
+  RelocationResult result;
   std::vector<RuleRecord> records{std::move(record)};
   const std::int32_t moved = relocation.RelocateSegments(
       file, records, [&](std::size_t index, const RuleRecord&, const RelocationFinding& finding) {
@@ -83,7 +83,7 @@ TEST(Relocation, OfEquallyNearPlacesTakesTheFirstInTheOrderOfTheIndex) {
   // Rows 5, 15 and 19 from row 10. The places stand in the order 15, 5, 19 because what follows the line at row 5 comes
   // back at row 19: that edge is split, and the node that splits it comes to the end.
   const std::string file = Lines(4, "X\n") + "A\nP\n" + Lines(8, "X\n") + "A\nQ\nX\nX\nA\nP\nY\n";
-  const Result result = Relocate(file, {"1", 10, 10, "A\n", false});
+  const RelocationResult result = Relocate(file, {"1", 10, 10, "A\n", false});
   EXPECT_EQ(result.matches, (std::vector<RowRange>{{15, 15}, {5, 5}, {19, 19}}));
   EXPECT_EQ(result.chosen, 0U);
   EXPECT_EQ(result.record, (RuleRecord{"1", 15, 15, "A\n", true}));
@@ -91,7 +91,7 @@ TEST(Relocation, OfEquallyNearPlacesTakesTheFirstInTheOrderOfTheIndex) {
 
 TEST(Relocation, OfThreePlacesTakesTheNearest) {
   const std::string file = "A\nX\nX\nA\nX\nX\nX\nX\nA\n";
-  const Result result = Relocate(file, {"1", 8, 8, "A\n", false});
+  const RelocationResult result = Relocate(file, {"1", 8, 8, "A\n", false});
   EXPECT_EQ(result.record.FromRow, 9);
   EXPECT_EQ(result.matches.size(), 3U);
   EXPECT_EQ(result.matches[result.chosen], (RowRange{9, 9}));
@@ -123,7 +123,7 @@ TEST(Relocation, SegmentOfBlankLinesIsNotFound) {
 }
 
 TEST(Relocation, OfTwoEqualLinesInAThousandTakesTheNearest) {
-  const Result result = Relocate(Lines(1000, "A\n"), {"1", 400, 401, "A\nA\n", false});
+  const RelocationResult result = Relocate(Lines(1000, "A\n"), {"1", 400, 401, "A\nA\n", false});
   EXPECT_EQ(result.matches.size(), 999U);
   EXPECT_EQ(result.record, (RuleRecord{"1", 400, 401, "A\nA\n", true}));
 }
@@ -213,7 +213,7 @@ TEST(DamagedRecord, OfMoreLinesThanRowsIsNamedAndLeftAlone) {
   for (const RuleRecord& record :
        {RuleRecord{"1", 3, 4, "A\nB\nC\n", false}, RuleRecord{"1", 4, 3, "A\n", false},
         RuleRecord{"1", 0, -5, "A\n", false}, RuleRecord{"1", kLargest, -kLargest, "A\n", false}}) {
-    const Result result = Relocate("A\nB\nC\n", record);
+    const RelocationResult result = Relocate("A\nB\nC\n", record);
     EXPECT_EQ(result.outcome, RelocationOutcome::RowsDisagree);
     EXPECT_EQ(result.record, record);
   }

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -239,6 +240,35 @@ TEST_F(ValidationRunTest, SeveralRulesOfOneFileCostOneReading) {
   EXPECT_THAT(Steps(), ElementsAre("start Validating rules... 4", "step ", "finished 3", "step ", "finished 1", "end"));
 }
 
+TEST_F(ValidationRunTest, SeveralRulesOfOneFileCostOneIndex) {
+  store.Folder().Write("a.cbl", "zero\none\n\ntwo\nthree\n");
+  int events = 0;
+  services.processEvents = [&events] { ++events; };
+  Run(kRepair,
+      {AddRule("a.cbl", 1, 1, "one\n"), AddRule("a.cbl", 1, 2, "two\nthree\n"), AddRule("a.cbl", 9, 9, "x\n")});
+  EXPECT_EQ(events, 4 + 1) << "one for each line of the index that is not blank, and one for the file";
+}
+
+TEST_F(ValidationRunTest, AnUnreadableFileIsAChangedSegmentUnderTheOtherActions) {
+  const auto rule = AddRule("gone.cbl", 1, 1, "one\n");
+  EXPECT_EQ(Run(kLeave, {rule}).message, "\r\nOne segment was left invalid.");
+  EXPECT_EQ(Place(rule), "gone.cbl:1-1 Invalid");
+  const auto report = Run(kDelete, {rule});
+  EXPECT_EQ(report.message, "\r\nOne segment was deleted.");
+  EXPECT_EQ(report.counts.notValidated, 0);
+  EXPECT_EQ(Place(rule), ":0-0 Valid");
+}
+
+TEST_F(ValidationRunTest, ATextInOtherCaseIsNotCorrectAndIsFoundInItsPlace) {
+  store.Folder().Write("a.cbl", "zero\nMOVE A\n");
+  const auto rule = AddRule("a.cbl", 2, 2, "move a\n");
+  const auto report = Run(kRepair, {rule});
+  EXPECT_EQ(report.findings.at(0).verdict, Verdict::InPlace);
+  EXPECT_EQ(report.message, "\r\nOne segment was validated.");
+  EXPECT_EQ(Place(rule), "a.cbl:2-2 Valid");
+  EXPECT_EQ(Get(rule, "SourceText"), "move a\n");
+}
+
 // The text that the file's end cut off is remembered until another file is opened, and no file is opened for a rule
 // without a segment.
 TEST_F(ValidationRunTest, BehindAFirstRowPastTheEndARuleWithoutASegmentIsNotCorrect) {
@@ -256,6 +286,18 @@ TEST_F(ValidationRunTest, BehindAFirstRowPastTheEndARuleWithoutASegmentIsNotCorr
   EXPECT_EQ(Get(alsoEmpty, "Valid"), "Invalid");
   EXPECT_EQ(Get(emptyAgain, "Valid"), "Valid");
   EXPECT_EQ(Run(kRepair, {past, empty}).message, "\r\nOne segment was validated.\r\nOne segment was not validated.");
+  EXPECT_EQ(Get(empty, "Valid"), "Invalid");
+}
+
+TEST_F(ValidationRunTest, AFileThatCannotBeOpenedForgetsNoFirstRowPastTheEnd) {
+  store.Folder().Write("a.cbl", "one\n");
+  const auto past = AddRule("a.cbl", 9, 9, "one\n");
+  const auto lost = AddRule("gone.cbl", 1, 1, "one\n");
+  const auto empty = AddRuleWithoutSegment();
+  // Packing the IDs turns three of them so that the third is the first to be worked off.
+  const auto report = Run(kLeave, {lost, empty, past});
+  ASSERT_EQ(report.findings.at(0).ruleID, past);
+  ASSERT_EQ(report.findings.at(1).ruleID, lost);
   EXPECT_EQ(Get(empty, "Valid"), "Invalid");
 }
 
@@ -294,13 +336,37 @@ TEST_F(ValidationRunTest, ATextWithMoreLinesThanRowsIsNamedAndNotValidated) {
 TEST_F(ValidationRunTest, AHintTellsTheNearestPlaceAndIsNeverWritten) {
   store.Folder().Write("a.cbl", "zero\nmove 10 to rate\ncompute x\n");
   const auto rule = AddRule("a.cbl", 1, 2, "move 12 to rate\ncompute x\n");
-  const auto report = Run(kRepair, {rule}, [](ValidationRequest& request) { request.wantsPlaces = true; });
+  const auto report = Run(kRepair, {rule}, [](ValidationRequest& request) { request.wantsHints = true; });
   const auto& finding = report.findings.at(0);
   EXPECT_EQ(finding.verdict, Verdict::NotFound);
   ASSERT_TRUE(finding.near.has_value());
   EXPECT_EQ(finding.near->rows, (RowRange{2, 3}));
   EXPECT_EQ(finding.near->distance, 1);
   EXPECT_EQ(Place(rule), "a.cbl:1-2 Invalid");
+}
+
+TEST_F(ValidationRunTest, TheFindingsBearNamesAndTextsAsTheyWereBeforeTheRun) {
+  store.Folder().Write("a.cbl", "zero\n  one\n");
+  const std::vector<std::int32_t> ids = {AddRule("a.cbl", 1, 1, " one\n"), AddRule("gone.cbl", 1, 1, "two\n"),
+                                         AddRuleWithoutSegment()};
+  std::map<std::int32_t, std::string> texts;
+  for (const auto& finding :
+       Run(kRepair, ids, [](ValidationRequest& request) { request.wantsTexts = true; }).findings) {
+    texts[finding.ruleID] = finding.ruleName + ":" + finding.storedText;
+  }
+  EXPECT_EQ(texts, (std::map<std::int32_t, std::string>{
+                       {ids[0], "Rule 1: one\n"}, {ids[1], "Rule 2:two\n"}, {ids[2], "Rule 3:"}}));
+  EXPECT_EQ(Get(ids[0], "SourceText"), "one\n") << "the run has moved it";
+}
+
+TEST_F(ValidationRunTest, PlacesAreToldAlsoWhereTheActionLooksForNone) {
+  store.Folder().Write("a.cbl", "zero\none\n");
+  const auto rule = AddRule("a.cbl", 1, 1, "one\n");
+  EXPECT_EQ(Run(kLeave, {rule}).findings.at(0).verdict, Verdict::Changed);
+  const auto report = Run(kLeave, {rule}, [](ValidationRequest& request) { request.wantsPlaces = true; });
+  EXPECT_EQ(report.findings.at(0).verdict, Verdict::Moved);
+  EXPECT_THAT(report.findings.at(0).candidates, ElementsAre(RowRange{2, 2}));
+  EXPECT_EQ(Place(rule), "a.cbl:1-1 Invalid");
 }
 
 TEST_F(ValidationRunTest, WithoutWritingTheFindingsAreTheSameAndNothingChanges) {
@@ -431,6 +497,18 @@ TEST_F(ValidationRunTest, TheBatchTellsWhenTheProjectHasNoRule) {
   std::string message;
   BatchRuleValidation(services, store.ProjectKey(), message);
   EXPECT_EQ(message, "No rules were found.");
+}
+
+TEST_F(ValidationRunTest, TheBatchPassesOverRulesThatStandInNoRuleSet) {
+  store.Folder().Write("a.cbl", "one\n");
+  const auto loose = AddRule("a.cbl", 1, 1, "one\n");
+  store.Repository().object(MakeKey("RULESET", set))->UnLink("Has", MakeKey("RULE", loose));
+  std::string message;
+  BatchRuleValidation(services, store.ProjectKey(), message);
+  EXPECT_EQ(message, "No rules were found.");
+  EXPECT_EQ(files.reads, 0);
+  EXPECT_EQ(Place(loose), "a.cbl:1-1 Potentially invalid");
+  EXPECT_THAT(Log(loose), IsEmpty());
 }
 
 TEST_F(ValidationRunTest, TheBatchDeletesWithoutAQuestionWhenTheOptionsSaySo) {

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QGuiApplication>
 #include <QIconEngine>
 #include <QPainter>
 #include <QPalette>
@@ -37,6 +38,23 @@ constexpr DarkColor kDarkColors[] = {
 
 constexpr qreal kDisabledOpacity = 0.38;
 
+// On a selected row, whose background is a strong colour, lines and signs are white and surfaces shine through.
+constexpr const char* kLineColors[] = {"#3c4043", "#dadde1", "#1967d2", "#8ab4f8"};
+constexpr const char* kSurfaceFills[] = {R"(fill="#d6e4fb")", R"(fill="#2d3f5c")"};
+constexpr const char* kSelectedLine = "#ffffff";
+constexpr const char* kSelectedFill = R"(fill="#ffffff" fill-opacity="0.25")";
+
+QByteArray OnSelectedRow(QByteArray svg) {
+  const QPalette palette = QGuiApplication::palette();
+  const bool isStrong =
+      palette.color(QPalette::HighlightedText).lightness() > palette.color(QPalette::Highlight).lightness();
+  if (!isStrong) return svg;
+  for (const char* const fill : kSurfaceFills) svg.replace(fill, kSelectedFill);
+  for (const char* const line : kLineColors) svg.replace(line, kSelectedLine);
+  for (const DarkColor& color : kDarkColors) svg.replace(color.drawn, color.dark);
+  return svg;
+}
+
 QSize Fitting(const QSvgRenderer& drawing, const QSize& room) {
   return drawing.defaultSize().scaled(room, Qt::KeepAspectRatio);
 }
@@ -46,7 +64,7 @@ class SvgIconEngine final : public QIconEngine {
   explicit SvgIconEngine(QByteArray svg) : svg_(std::move(svg)) {}
 
   void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State /*state*/) override {
-    QSvgRenderer drawing(svg_);
+    QSvgRenderer drawing(mode == QIcon::Selected ? OnSelectedRow(svg_) : svg_);
     if (!drawing.isValid()) return;
     QRect place(QPoint(0, 0), Fitting(drawing, rect.size()));
     place.moveCenter(rect.center());

@@ -14,13 +14,14 @@ class QPalette;
 // a dark background when it is asked for.
 //
 // Their keys are those of the tool bar ("Create", "Find", ...), of the tree and the programs ("BUSINESSFUNC", "COBOL",
-// ...) and of the host's own commands ("Open", "Scan", ...); "App" is the product's own sign, which has its own
-// colours.
+// ...), of the host's own commands ("Open", "Scan", ...) and of the verdicts of a validation ("VerdictMoved", ...);
+// "App" is the product's own sign, which has its own colours.
 //
 // To add a picture: svg/KEY.svg, in the colours that svg/README tells, and its line in icons.qrc.
 namespace qmrules::desktop {
 
-// A QIcon that draws the SVG sharp at any size and screen scale, paler where it is disabled.
+// A QIcon that draws the SVG sharp at any size and screen scale, paler where it is disabled, and to be seen on a
+// selected row.
 QIcon SvgIcon(const QByteArray& svg);
 
 class IconSet {

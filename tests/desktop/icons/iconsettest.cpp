@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
 #include <QPalette>
@@ -150,6 +151,25 @@ TEST(IconSet, AKeyWithoutAPictureShowsNothing) {
 TEST(IconSet, ADisabledPictureIsPaler) {
   const QIcon icon = IconSet(Background::Light).Icon("Delete");
   EXPECT_LT(Strongest(Drawn(icon, 24, QIcon::Disabled)), Strongest(Drawn(icon, 24)) / 2);
+}
+
+TEST(IconSet, APictureOnASelectedRowStandsOutFromItsColour) {
+  QPalette palette;
+  palette.setColor(QPalette::Highlight, QColor("#2563c9"));
+  palette.setColor(QPalette::HighlightedText, Qt::white);
+  QGuiApplication::setPalette(palette);
+  for (const auto background : {Background::Light, Background::Dark}) {
+    const QImage picture = Drawn(IconSet(background).Icon("RULE"), 48, QIcon::Selected);
+    double best = 0;
+    for (int y = 0; y < picture.height(); ++y) {
+      for (int x = 0; x < picture.width(); ++x) {
+        const QColor color = picture.pixelColor(x, y);
+        if (color.alpha() == 255) best = std::max(best, Contrast(color, QColor("#2563c9")));
+      }
+    }
+    EXPECT_GE(best, 4.5);
+  }
+  QGuiApplication::setPalette(QPalette());
 }
 
 TEST(IconSet, APictureIsDrawnSharpAtEverySize) {
