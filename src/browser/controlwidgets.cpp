@@ -1,5 +1,7 @@
 #include "browser/controlwidgets.h"
 
+#include "browser/labelnumbers.h"
+
 namespace qmrules::browser {
 
 using platform::widgets::Button;
@@ -29,7 +31,6 @@ enum LabelNumber {
   kNameLabel = 155,
   kNameFieldLabel = 156,
   kOperatorLabel = 165,
-  kRulesLabel = 182,
   kBusinessAreaLabel = 197,
   kSelectTriggeredLabel = 212,
 };

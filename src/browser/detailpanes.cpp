@@ -1,6 +1,7 @@
 #include "browser/detailpanes.h"
 
 #include "browser/fieldtext.h"
+#include "browser/labelnumbers.h"
 #include "browser/nodedetails.h"
 #include "browser/nodes.h"
 #include "catalogue/gateway.h"
@@ -16,9 +17,7 @@ using platform::widgets::TreeNodeHandle;
 
 namespace {
 
-constexpr int kNoTrigger = 162;
 constexpr int kRuleSetsLabel = 180;
-constexpr int kRulesLabel = 182;
 
 // A row whose key is there already is left out.
 void ShowRows(ListView& list, const std::vector<DetailRow>& rows) {

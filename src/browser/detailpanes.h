@@ -53,7 +53,7 @@ class DetailPanes {
   // Runs the handler of the field that has the focus, as the focus leaving it does. False when the handler cancels,
   // which it has told the user of; true without such a field. Throws Error when the change cannot be written.
   bool CommitActiveField() { return edits_.CommitActiveField(); }
-  // Runs the handlers of all fields in use. Throws the first Error, after the other fields have been tried.
+  // Runs the handlers of the long texts, the name and the attributes. Throws the first Error, after trying the others.
   void CommitAll() { edits_.CommitAll(); }
   // True when a field holds a text that is not written yet.
   bool IsEdited() const { return edits_.IsEdited(); }

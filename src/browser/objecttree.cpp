@@ -3,6 +3,7 @@
 #include <optional>
 #include <string_view>
 
+#include "browser/labelnumbers.h"
 #include "browser/nodes.h"
 #include "browser/rulenodes.h"
 #include "browser/treeload.h"
@@ -20,26 +21,11 @@ using platform::widgets::TreeNodeHandle;
 
 namespace {
 
-constexpr int kNoTrigger = 162;
 constexpr int kObjectsLoading = 594;
 
 // Commands that a tree with nodes makes available.
 constexpr std::string_view kTreeCommands[] = {"Find",      "PreviousSelected", "NextSelected", "Selected",
                                               "SelectAll", "UnselectAll",      "Changer"};
-
-// The progress display of a load, closed on every path.
-class LoadDisplay {
- public:
-  LoadDisplay(platform::Progress& progress, const std::string& text, int steps) : progress_(progress) {
-    progress_.StartProgress(text, steps, false);
-  }
-  LoadDisplay(const LoadDisplay&) = delete;
-  LoadDisplay& operator=(const LoadDisplay&) = delete;
-  ~LoadDisplay() { progress_.FinishProgress(); }
-
- private:
-  platform::Progress& progress_;
-};
 
 }  // namespace
 
@@ -55,11 +41,11 @@ void ObjectTree::LoadTree() {
   const bool keepsNodes = faces_.IsChecked("Selected");
   const bool showsProgress = !services_.host.IsLoading();
   TreeLoad load(services_, keepsNodes);
-  std::optional<LoadDisplay> display;
+  std::optional<platform::ProgressDisplay> display;
   if (showsProgress) {
     display.emplace(services_.progress,
-                    shell::Subst(services_.texts.Text(kObjectsLoading), {services_.globals.externalName}),
-                    load.Steps());
+                    shell::Subst(services_.texts.Text(kObjectsLoading), {services_.globals.externalName}), load.Steps(),
+                    false);
   }
   load.Read(showsProgress);
   services_.host.UpdateCommands(nullptr);

@@ -59,9 +59,9 @@ PaneEdits::PaneEdits(const BrowserServices& services, ObjectTree& tree, const At
 std::vector<PaneEdits::Field> PaneEdits::Fields() {
   ControlWidgets& widgets = services_.widgets;
   std::vector<Field> fields = {
-      {&widgets.txtObjName, [this](bool& cancel) { SaveName(cancel); }},
       {&widgets.rtbDescription, [this](bool& cancel) { SaveDescription(cancel); }},
       {&widgets.rtbBusiness, [this](bool& cancel) { SaveBusiness(cancel); }},
+      {&widgets.txtObjName, [this](bool& cancel) { SaveName(cancel); }},
   };
   for (int index = 1; index <= attributes_.Count(); ++index) {
     fields.push_back({&attributes_.Widget(index), [this, index](bool& cancel) { SaveAttribute(index, cancel); }});
@@ -250,9 +250,9 @@ void PaneEdits::CommitPending() {
     }
   };
   bool cancel = false;
-  if (IsNameChanged() && !shell::IsBlank(services_.widgets.txtObjName.Text())) attempt([&] { WriteName(); });
   attempt([&] { SaveDescription(cancel); });
   attempt([&] { SaveBusiness(cancel); });
+  if (IsNameChanged() && !shell::IsBlank(services_.widgets.txtObjName.Text())) attempt([&] { WriteName(); });
   for (int index = 1; index <= attributes_.Count(); ++index) {
     if (IsAttributeChanged(index) && IsAdmissible(index)) attempt([&] { WriteAttribute(index); });
   }

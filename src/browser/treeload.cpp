@@ -49,10 +49,11 @@ class FunctionSteps {
 }  // namespace
 
 TreeLoad::TreeLoad(const BrowserServices& services, bool keepsNodes)
-    : services_(services), tree_(services.widgets.tvObjects), keepsNodes_(keepsNodes) {
+    : services_(services), pauses_(services.progress), tree_(services.widgets.tvObjects), keepsNodes_(keepsNodes) {
   const auto fetch = catalogue::NewQuery(services_.Repository());
   fetch->SetRoot(fetch->AddObject(true, catalogue::kBusinessFunction, ">Name:FuncName,ID:FuncID"));
   for (fetch->Execute(services_.ProjectKey()); !fetch->Eof(); fetch->MoveNext()) {
+    pauses_.Turn();
     functions_.push_back({IDField(fetch->Row(), "FuncID"), fetch->Row().Item("FuncName").Text()});
   }
 }
@@ -74,6 +75,7 @@ void TreeLoad::ReadRuleSets(bool reportsSteps) {
 
   FunctionSteps steps(services_.progress, Steps());
   for (fetch->Execute(services_.ProjectKey()); !fetch->Eof(); fetch->MoveNext()) {
+    pauses_.Turn();
     if (reportsSteps) steps.Enter(fetch->Row().Item("FuncName").Text());
     ReadRow(fetch->Row());
   }
@@ -105,6 +107,7 @@ void TreeLoad::ReadForeignSets() {
   const platform::Filter filter = filters ? platform::Filter("~ID in " + known.Text()) : platform::Filter();
   fetch->SetRoot(fetch->AddObject(false, catalogue::kRuleSet, "ID", filter));
   for (fetch->Execute(""); !fetch->Eof(); fetch->MoveNext()) {
+    pauses_.Turn();
     const std::int32_t id = IDField(fetch->Row(), "ID");
     if (!isKnown_.contains(id)) foreignSets_.Add(id, catalogue::RuleSetRowKey(id));
   }
@@ -125,6 +128,7 @@ void TreeLoad::Apply() {
 void TreeLoad::AddFunctions() {
   TreeNode* before = nullptr;
   for (const Function& function : functions_) {
+    pauses_.Turn();
     TreeNode* node = tree_.Find(catalogue::FunctionNodeKey(function.id));
     if (node == nullptr) {
       TreeNode* const beside = before == nullptr ? tree_.FirstRoot() : before;
@@ -142,6 +146,7 @@ void TreeLoad::AddRuleSets() {
   }
   TreeNode* last = nullptr;
   for (const RuleSet& set : ruleSets_) {
+    pauses_.Turn();
     TreeNode* node = NodeOf(set);
     if (node == nullptr) node = AddRuleSet(set, last);
     if (node == nullptr) continue;

@@ -10,11 +10,13 @@
 #include "browser/rulenodes.h"
 #include "platform/fetch.h"
 #include "platform/keyedcollection.h"
+#include "platform/progress.h"
 #include "platform/widgets/treeview.h"
 
 namespace qmrules::browser {
 
-// One filling of a tree from the repository, used once: all is read before anything of the tree is changed.
+// One filling of a tree from the repository, used once: all is read before anything of the tree is changed. In the
+// midst of it the host may paint.
 class TreeLoad {
  public:
   // Reads the functions of the project. `keepsNodes`: what stands in the tree stays. Throws Error, as Read does, when
@@ -60,6 +62,7 @@ class TreeLoad {
   void ExchangeRules();
 
   BrowserServices services_;
+  platform::PaintPauses pauses_;
   platform::widgets::TreeView& tree_;
   bool keepsNodes_;
   std::vector<Function> functions_;

@@ -81,14 +81,16 @@ std::string_view ValidityOf(const platform::Value& validated, const std::optiona
 // against other writers while files are looked up. They are sorted here and not by the fetch, since they are few and
 // the rules many.
 SweepCounts RunValiditySweep(platform::Repository& repository, const platform::FileSystem& fileSystem,
-                             std::string_view sourceFolder) {
+                             std::string_view sourceFolder, platform::Progress& progress) {
   SourceFiles files(fileSystem, sourceFolder);
   std::vector<Demotion> demotions;
   SweepCounts counts;
+  platform::PaintPauses pauses(progress);
 
   const auto fetch = catalogue::NewQuery(repository);
   fetch->SetRoot(fetch->AddObject(false, catalogue::kRule, "ID,FileName,Valid,Validated", "Valid=Valid"));
   for (fetch->Execute(""); !fetch->Eof(); fetch->MoveNext()) {
+    pauses.Turn();
     const std::string fileName = fetch->Row().Item("FileName").Text();
     if (fileName.empty()) continue;
     ++counts.looked;
@@ -105,6 +107,7 @@ SweepCounts RunValiditySweep(platform::Repository& repository, const platform::F
   const auto command = repository.BeginCommand("ValiditySweep");
   const auto transaction = repository.BeginTransaction();
   for (const Demotion& demotion : demotions) {
+    pauses.Turn();
     const auto rule = repository.object(catalogue::MakeKey(catalogue::kRule, demotion.ruleID));
     rule->Edit();
     rule->Attrs("Valid", demotion.validity);

@@ -143,6 +143,23 @@ TEST_F(DetailPanesTest, AFunctionShowsItsTextsAndItsRuleSetsInSequence) {
   EXPECT_FALSE(pointer.IsBusy());
 }
 
+TEST_F(DetailPanesTest, TheListsFollowTheNumbersAndNotTheAge) {
+  store.Put("RULESETCALL#" + std::to_string(billingFees), "SeqNo", 7);
+  store.AddCall(billing, taxes, 2);
+  store.Put(ruleKey, "SeqNo", 9);
+  ShowFunction("Billing");
+  EXPECT_EQ(Rows(lvContent), "Taxes\nFees\n");
+  ShowRuleSet("Claims", "Fees");
+  EXPECT_EQ(Rows(lvContent), "Late fee\nBase fee\n");
+}
+
+TEST_F(DetailPanesTest, ARuleSetThatHasLeftTheProjectShowsNoRules) {
+  repository.object(setKey)->UnLink("BelongsTo", store.ProjectKey());
+  ShowRuleSet("Claims", "Fees");
+  EXPECT_EQ(widgets.txtObjName.Text(), "Fees");
+  EXPECT_EQ(lvContent.Count(), 0U);
+}
+
 TEST_F(DetailPanesTest, ARuleSetThatAFunctionTriggersTwiceAppearsOnce) {
   store.AddCall(billing, fees, 5);
   ShowFunction("Billing");

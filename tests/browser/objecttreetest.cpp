@@ -163,6 +163,16 @@ TEST_F(ObjectTreeTest, OpeningARuleSetTwiceReadsOnce) {
   EXPECT_TRUE(Node("Fees").Expanded());
 }
 
+TEST_F(ObjectTreeTest, ARuleSetWithMoreThanThePlaceholderIsNotReadOnOpening) {
+  FillStore();
+  objects.LoadTree();
+  tvObjects.Add({"f9r999", "Other", "RULE", "9"}, &Node("Fees"));
+  const int executed = watch.executed;
+  tvObjects.Expand(Node("Fees"));
+  EXPECT_EQ(watch.executed, executed);
+  EXPECT_EQ(Node("Fees").ChildCount(), 2U);
+}
+
 TEST_F(ObjectTreeTest, ARuleSetWhoseRulesAreGoneLosesThePlaceholderOnOpening) {
   FillStore();
   objects.LoadTree();
@@ -284,6 +294,17 @@ TEST_F(ObjectTreeTest, ShowsNoProgressOfItsOwnWhileTheControlLoads) {
   objects.LoadTree();
   EXPECT_TRUE(progress.Entries().empty());
   EXPECT_EQ(tvObjects.Count(), 7U);
+}
+
+TEST_F(ObjectTreeTest, LetsTheHostPaintWhileItReads) {
+  constexpr int kSets = 500;
+  const auto function = store.AddFunction("Billing");
+  for (int set = 0; set < kSets; ++set)
+    store.AddCall(function, store.AddRuleSet("Set " + std::to_string(set)), set + 1);
+  host.isLoading = true;
+  objects.LoadTree();
+  EXPECT_GE(progress.Asked(), kSets / 100);
+  EXPECT_TRUE(progress.Entries().empty());
 }
 
 TEST_F(ObjectTreeTest, LoadingEmptiesTheListsAndTheTrigger) {

@@ -236,6 +236,15 @@ TEST_F(PaneEditsTest, ALongTextIsStoredAndLoggedCut) {
   EXPECT_EQ(LongText("Remark").ToolTipText(), std::string(100, 'r'));
 }
 
+TEST_F(PaneEditsTest, AnAttributePassesSafeText) {
+  ShowRule("Base fee");
+  EnterAndLeave(LongText("Remark"), "A\x02");
+  EXPECT_EQ(Stored(ruleKey, "Remark"), "A&#64998;");
+  EXPECT_EQ(LongText("Remark").Text(), "A&#64998;");
+  EXPECT_EQ(LongText("Remark").Tag(), "A&#64998;");
+  EXPECT_EQ(Log(), Texts{"Remark changed to A&#64998;"});
+}
+
 TEST_F(PaneEditsTest, AChoiceIsStoredAndLogged) {
   ShowRule("Base fee");
   EXPECT_TRUE(ChooseAndLeave(Choice("Status"), "approved"));
@@ -313,6 +322,15 @@ TEST_F(PaneEditsTest, ACommandIsNotCarriedOutWhenTheFieldRefuses) {
   Text("Weight").Enter("heavy");
   dialogs.ExpectMessage(MessageAnswer::Ok, kNotAdmissible);
   EXPECT_FALSE(panes.CommitActiveField());
+}
+
+TEST_F(PaneEditsTest, AFieldThatRefusesTakesTheFocusFromWhereverItIsCommitted) {
+  ShowRule("Base fee");
+  tvObjects.SetFocus();
+  Text("Weight").SetText("heavy");
+  dialogs.ExpectMessage(MessageAnswer::Ok, kNotAdmissible);
+  panes.CommitAll();
+  EXPECT_TRUE(Text("Weight").HasFocus());
 }
 
 TEST_F(PaneEditsTest, NothingIsCommittedWhileTheFocusIsElsewhere) {

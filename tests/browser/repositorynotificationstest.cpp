@@ -282,8 +282,22 @@ TEST_F(RepositoryNotificationsTest, WhileTheEventsAreSilencedNoNodeIsAddedAndThe
 TEST_F(RepositoryNotificationsTest, WhileTheEventsAreSilencedDeletedNodesGoAllTheSame) {
   ShowSharedRule();
   globals.eventsSilenced = true;
+  lvIOElems.Add("k" + std::to_string(store.Add("RULEIO", "element")), "AMOUNT");
   Delete("RULE", baseFee);
   EXPECT_EQ(Node("Fees").FirstChild(), nullptr);
+  Delete("BUSINESSFUNC", billing);
+  EXPECT_EQ(Tree(), "Claims\n  Fees #1\n    ...\n");
+  Delete("RULEIO", catalogue::SplitKey(repository.FindObject("RULEIO", "element")->Key()).id);
+  EXPECT_EQ(lvIOElems.Count(), 0U);
+}
+
+TEST_F(RepositoryNotificationsTest, WhileTheEventsAreSilencedUnlinkedNodesGoAllTheSame) {
+  ShowSharedRule();
+  globals.eventsSilenced = true;
+  repository.object(MakeKey("RULE", baseFee))->UnLink("BelongsToRuleSet", MakeKey("RULESET", fees));
+  EXPECT_EQ(Tree(), "Billing\n  Fees #1\nClaims\n  Fees #1\n    ...\n");
+  repository.object(MakeKey("BUSINESSFUNC", billing))->UnLink("Triggers", MakeKey("RULESETCALL", billingCall));
+  EXPECT_EQ(Tree(), "Billing\nClaims\n  Fees #1\n    ...\n");
 }
 
 TEST_F(RepositoryNotificationsTest, ARuleSetOfAFunctionThatSelectedOnlyHidesTurnsTheViewOff) {
@@ -294,6 +308,24 @@ TEST_F(RepositoryNotificationsTest, ARuleSetOfAFunctionThatSelectedOnlyHidesTurn
   CreateSet(claims, "Rebates");
   EXPECT_FALSE(selectedOnly.IsOn());
   EXPECT_EQ(Tree(), "Billing\n  Fees #1\n    Base fee #1 [x]\nClaims\n  Fees #1\n    ...\n  Rebates #2\n");
+}
+
+TEST_F(RepositoryNotificationsTest, AViewThatCannotBeTurnedOffStaysAndTheWriteStands) {
+  ShowSharedRule();
+  tvObjects.ClickCheckBox(Node("Base fee"));
+  selectedOnly.TurnOn();
+  const std::string before = Tree();
+  const auto set = store.AddRuleSet("Rebates");
+  const auto call = store.Add("RULESETCALL", "call", {{"SeqNo", 2}});
+  repository.object(MakeKey("RULESETCALL", call))->Link("Refers", MakeKey("RULESET", set));
+  watch.Arm(3);  // behind the reading of the rule set itself
+  repository.object(MakeKey("BUSINESSFUNC", claims))->Link("Triggers", MakeKey("RULESETCALL", call));
+  watch.Arm(0);
+  EXPECT_EQ(host.failures, std::vector<std::string>{kReadFault});
+  EXPECT_TRUE(selectedOnly.IsOn());
+  EXPECT_EQ(Tree(), before);
+  selectedOnly.TurnOff();
+  EXPECT_EQ(Node("Rebates").Parent()->Text(), "Claims");
 }
 
 TEST_F(RepositoryNotificationsTest, UnderSelectedOnlyANewObjectFindsItsPlaceAmongHiddenOnes) {

@@ -118,6 +118,18 @@ TEST_F(RuleListsTest, KeysDoNotRunWhatTheMenuDoesNotOffer) {
   EXPECT_TRUE(commands.run.empty());
 }
 
+TEST_F(RuleListsTest, KeysWithOtherModifiersRunNothing) {
+  globals.glossaryAvailable = true;
+  ShowRule("Base fee");
+  for (const Key key : {Key::Delete, Key::Insert, Key::S}) {
+    EXPECT_FALSE(lvIOElems.PressKey(key, kShift));
+    EXPECT_FALSE(lvIOElems.PressKey(key, kCtrl));
+  }
+  for (const Key key : {Key::A, Key::U, Key::F10}) EXPECT_FALSE(lvIOElems.PressKey(key));
+  EXPECT_TRUE(commands.run.empty());
+  EXPECT_EQ(Selected(lvIOElems), "");
+}
+
 TEST_F(RuleListsTest, AllRowsAreSelectedAndUnselected) {
   ShowRule("Base fee");
   EXPECT_TRUE(lvIOElems.PressKey(Key::A, kCtrl));

@@ -115,6 +115,14 @@ TEST_F(SelectedOnlyTest, WithNothingSelectedTheTreeIsEmptyAndTheViewCanBeTurnedO
   EXPECT_EQ(Tree(), whole);
 }
 
+TEST_F(SelectedOnlyTest, TurningOffAnEmptyViewShowsNoNode) {
+  selectedOnly.TurnOn();
+  host.shown.clear();
+  selectedOnly.TurnOff();
+  EXPECT_TRUE(host.shown.empty());
+  EXPECT_EQ(SelectedText(), "-");
+}
+
 TEST_F(SelectedOnlyTest, TurningOffBringsEverythingBackInItsPlaceAndKeepsTheChecks) {
   tvObjects.Expand(Node("Fees"));
   tvObjects.ClickCheckBox(Node("Late fee"));

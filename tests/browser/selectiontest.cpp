@@ -90,6 +90,13 @@ TEST_F(SelectionTest, AnOpenedRuleSetCountsItsCheckedRulesOnly) {
   EXPECT_EQ(Joined(selected.rules), Text(lateFee));
 }
 
+TEST_F(SelectionTest, TheRulesOfAnUnopenedRuleSetThatHasLeftTheProjectDoNotCount) {
+  Node("Fees").SetChecked(true);
+  Node("Taxes").SetChecked(true);
+  repository.object(catalogue::MakeKey("RULESET", taxes))->UnLink("BelongsTo", store.ProjectKey());
+  EXPECT_EQ(Joined(selection.GetSelection().rules), Text(baseFee) + "," + Text(lateFee));
+}
+
 TEST_F(SelectionTest, ManyUnopenedRuleSetsAreAskedForInLists) {
   globals.eventsSilenced = true;
   {
@@ -151,6 +158,18 @@ TEST_F(SelectionTest, TheWalkOpensRuleSetsAndGoesAroundTheEnds) {
   selection.WalkSelected(false);
   EXPECT_EQ(SelectedText(), "Tax");
   EXPECT_FALSE(pointer.IsBusy());
+}
+
+TEST_F(SelectionTest, OnItsWayTheWalkChecksTheFoundRulesOfAnOpenRuleSet) {
+  tvObjects.Expand(Node("Fees"));
+  Found(billing, fees, 900);  // is gone
+  Found(billing, taxes, tax);
+  Found(billing, fees, lateFee);
+  selection.WalkSelected(true);
+  EXPECT_EQ(SelectedText(), "Tax");
+  EXPECT_TRUE(Node("Late fee").Checked());
+  EXPECT_FALSE(Node("Base fee").Checked());
+  EXPECT_EQ(selectedKeys.Rules().Count(), 2U);
 }
 
 TEST_F(SelectionTest, NextAndPreviousStayOnTheOneFoundRule) {

@@ -112,6 +112,15 @@ TEST_F(TreeInputTest, AClickOnTheCheckBoxHandsTheMarkOn) {
   EXPECT_FALSE(Node("Late fee").Checked());
 }
 
+TEST_F(TreeInputTest, AClickOnTheTextHandsNoMarkOn) {
+  tvObjects.Expand(Node("Fees"));
+  tvObjects.ClickCheckBox(Node("Late fee"));
+  tvObjects.Click(Node("Fees"));
+  tvObjects.RightClick(&Node("Fees"));
+  EXPECT_TRUE(Node("Late fee").Checked());
+  EXPECT_FALSE(Node("Base fee").Checked());
+}
+
 TEST_F(TreeInputTest, TheSpaceBarHandsTheMarkOn) {
   tvObjects.Expand(Node("Fees"));
   tvObjects.PressKey(Key::Space);
@@ -124,6 +133,23 @@ TEST_F(TreeInputTest, TheSpaceBarAfterAClickOnTheCheckBoxHandsTheMarkOn) {
   tvObjects.Expand(Node("Fees"));
   tvObjects.ClickCheckBox(Node("Fees"));
   tvObjects.PressKey(Key::Space);
+  EXPECT_FALSE(Node("Late fee").Checked());
+}
+
+TEST_F(TreeInputTest, TheSpaceBarAfterAClickOnTheTextHandsTheMarkOnEachTime) {
+  tvObjects.Expand(Node("Fees"));
+  tvObjects.Click(Node("Fees"));
+  for (const bool checked : {true, false, true}) {
+    tvObjects.PressKey(Key::Space);
+    EXPECT_EQ(Node("Late fee").Checked(), checked);
+  }
+}
+
+TEST_F(TreeInputTest, TheRightButtonHandsNoMarkOn) {
+  tvObjects.Expand(Node("Fees"));
+  tvObjects.Click(Node("Fees"));
+  Node("Fees").SetChecked(true);
+  tvObjects.RightClick(&Node("Fees"));
   EXPECT_FALSE(Node("Late fee").Checked());
 }
 

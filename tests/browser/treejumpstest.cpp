@@ -108,6 +108,23 @@ TEST_F(TreeJumpsTest, AJumpTurnsSelectedOnlyOff) {
   EXPECT_TRUE(Node("Base fee").Checked());
 }
 
+TEST_F(TreeJumpsTest, WhatLeadsNowhereLeavesSelectedOnlyOn) {
+  ShowRule(orphan);
+  tvObjects.ClickCheckBox(Node("Base fee"));
+  selectedOnly.TurnOn();
+  for (const std::int32_t triggered : {orphan, 0}) {
+    txtTriggers.SetTag(std::to_string(triggered));
+    tvObjects.DoubleClick(Node("Base fee"));
+    EXPECT_TRUE(selectedOnly.IsOn()) << triggered;
+  }
+  for (auto* const list : {&lvContent, &lvTriggers}) {
+    list->Add("r" + std::to_string(tax), "row")->SetForeColor(Color::Grey);
+    list->DoubleClick(list->Row(0));
+    EXPECT_TRUE(selectedOnly.IsOn());
+  }
+  EXPECT_EQ(SelectedText(), "Base fee");
+}
+
 TEST_F(TreeJumpsTest, ARowOfAFunctionLeadsToItsRuleSet) {
   auto& row = ShowWithRow(lvContent, "Claims", "s" + std::to_string(fees));
   EXPECT_TRUE(lvContent.DoubleClick(row));

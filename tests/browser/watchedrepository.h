@@ -12,6 +12,7 @@ namespace qmrules::browser {
 // What a watched repository was asked, and where reading from it fails.
 struct Watch {
   std::vector<std::string> filters;  // filter texts, in the order in which they were declared
+  std::vector<std::string> opened;   // keys of the objects that were opened
   int executed = 0;
   // The step of reading that fails, counted from 1 since the last Arm: an Execute or a MoveNext; 0 for none.
   int failAt = 0;
@@ -33,7 +34,10 @@ class WatchedRepository final : public platform::Repository {
 
   Watch watch;
 
-  std::unique_ptr<platform::Object> object(std::string_view key) override { return repository_.object(key); }
+  std::unique_ptr<platform::Object> object(std::string_view key) override {
+    watch.opened.emplace_back(key);
+    return repository_.object(key);
+  }
   std::unique_ptr<platform::Object> NewObject(std::string_view entity, std::string_view name) override {
     return repository_.NewObject(entity, name);
   }

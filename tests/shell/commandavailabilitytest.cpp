@@ -19,42 +19,43 @@ struct States {
   std::string_view expected;
 };
 
-// The situations, in the order of the letters: no node, a function, a rule set (first child, between two, last child,
-// the exception), a rule (first child, between two, last child).
-constexpr const char* kSituations[] = {"no node",           "Billing",  "Fees",     "Taxes",   "Rebates",
-                                       "Homeless Function", "Base fee", "Late fee", "Last fee"};
+// The situations, in the order of the letters: no node, a function (the first one, the last one), a rule set (first
+// child, between two, last child, the exception, which is an only child too), a rule (first child, between two, last
+// child).
+constexpr const char* kSituations[] = {"no node", "Billing",           "Claims",   "Fees",     "Taxes",
+                                       "Rebates", "Homeless Function", "Base fee", "Late fee", "Last fee"};
 
 constexpr States kStates[] = {
-    {"CreateFunction", "xxxxxxxxx"},
-    {"CreateRuleSet", "xxxxxxxxx"},
-    {"CreateRule", "xxxxxxxxx"},
-    {"CreateRuleIO", "......xxx"},
-    {"CreateRuleCond", "......xxx"},
-    {"Export", ".xxxxxxxx"},
-    {"Import", "xxxxxxxxx"},
-    {"AutoDetect", "xxxxxxxxx"},
-    {"Find", ".xxxxxxxx"},
-    {"PreviousSelected", ".xxxxxxxx"},
-    {"NextSelected", ".xxxxxxxx"},
-    {"Selected", ".xxxxxxxx"},
-    {"SelectAll", ".xxxxxxxx"},
-    {"UnselectAll", ".xxxxxxxx"},
-    {"CopyMove", "..xxx.xxx"},
-    {"MoveUp", "...xx..xx"},
-    {"MoveDown", "..xx..xx."},
-    {"Changer", ".xxxxxxxx"},
-    {"Delete", ".xxxxxxxx"},
-    {"Segment", "......xxx"},
-    {"DeleteSegment", "......xxx"},
-    {"DataElements", "......xxx"},
-    {"BusinessNames", "......xxx"},
-    {"Emphasize", ".xxxxxxxx"},
-    {"Validate", ".xxxxxxxx"},
-    {"ActivityLog", "......xxx"},
-    {"BusinessRuleReport", "xxxxxxxxx"},
-    {"ProcessOutlineReport", "xxxxxxxxx"},
-    {"CoverageReport", "xxxxxxxxx"},
-    {"ExtendedAttributes", "xxxxxxxxx"},
+    {"CreateFunction", "xxxxxxxxxx"},
+    {"CreateRuleSet", "xxxxxxxxxx"},
+    {"CreateRule", "xxxxxxxxxx"},
+    {"CreateRuleIO", ".......xxx"},
+    {"CreateRuleCond", ".......xxx"},
+    {"Export", ".xxxxxxxxx"},
+    {"Import", "xxxxxxxxxx"},
+    {"AutoDetect", "xxxxxxxxxx"},
+    {"Find", ".xxxxxxxxx"},
+    {"PreviousSelected", ".xxxxxxxxx"},
+    {"NextSelected", ".xxxxxxxxx"},
+    {"Selected", ".xxxxxxxxx"},
+    {"SelectAll", ".xxxxxxxxx"},
+    {"UnselectAll", ".xxxxxxxxx"},
+    {"CopyMove", "...xxx.xxx"},
+    {"MoveUp", "....xx..xx"},
+    {"MoveDown", "...xx..xx."},
+    {"Changer", ".xxxxxxxxx"},
+    {"Delete", ".xxxxxxxxx"},
+    {"Segment", ".......xxx"},
+    {"DeleteSegment", ".......xxx"},
+    {"DataElements", ".......xxx"},
+    {"BusinessNames", ".......xxx"},
+    {"Emphasize", ".xxxxxxxxx"},
+    {"Validate", ".xxxxxxxxx"},
+    {"ActivityLog", ".......xxx"},
+    {"BusinessRuleReport", "xxxxxxxxxx"},
+    {"ProcessOutlineReport", "xxxxxxxxxx"},
+    {"CoverageReport", "xxxxxxxxxx"},
+    {"ExtendedAttributes", "xxxxxxxxxx"},
 };
 
 class CommandAvailabilityTest : public ControlTest {
@@ -82,6 +83,16 @@ class CommandAvailabilityTest : public ControlTest {
     return entry.entry.empty() ? button.Enabled() : button.Menu(entry.entry).Enabled();
   }
   bool OnHost(const CommandEntry& entry) { return workspace.FindCommand("QMRulesIn", entry.key)->enabled; }
+  // Where the command is to be seen: "menu", "tool bar", "host".
+  std::vector<std::string> Sights(const CommandEntry& entry) {
+    std::vector<std::string> sights;
+    auto& button = widgets.tbToolbar.Button(entry.button);
+    const bool onToolBar = entry.entry.empty() ? button.Visible() : button.Menu(entry.entry).Visible();
+    if (widgets.mnuPopup.Item(entry.menuItem).Visible()) sights.emplace_back("menu");
+    if (onToolBar && button.Visible()) sights.emplace_back("tool bar");
+    if (workspace.FindCommand("QMRulesIn", entry.key)->visible) sights.emplace_back("host");
+    return sights;
+  }
 };
 
 TEST_F(CommandAvailabilityTest, TheTableHasEveryCommand) {
@@ -103,18 +114,30 @@ TEST_F(CommandAvailabilityTest, EveryCommandHasItsStateOnAllThreeFacesWithEveryN
       const bool expected = states.expected[at] == 'x';
       EXPECT_EQ(OnMenu(entry), expected) << entry.key << " on the menu: " << kSituations[at];
       EXPECT_EQ(OnToolBar(entry), expected) << entry.key << " in the tool bar: " << kSituations[at];
+      if (entry.IsOnButton()) {
+        EXPECT_EQ(widgets.tbToolbar.Button(entry.button).Enabled(), expected)
+            << entry.key << " on its button: " << kSituations[at];
+      }
       EXPECT_EQ(OnHost(entry), expected) << entry.key << " in the host: " << kSituations[at];
     }
   }
 }
 
-TEST_F(CommandAvailabilityTest, TheButtonsThatRunAnEntryOfTheirMenuFollowIt) {
-  Click("Billing");
-  EXPECT_FALSE(widgets.tbToolbar.Button("Segment").Enabled());
-  EXPECT_TRUE(widgets.tbToolbar.Button("Find").Enabled());
-  EXPECT_TRUE(widgets.tbToolbar.Button("Create").Enabled());
-  Click("Base fee");
-  EXPECT_TRUE(widgets.tbToolbar.Button("Segment").Enabled());
+TEST_F(CommandAvailabilityTest, WhatIsInSightAndMarkedDoesNotDependOnTheNode) {
+  workspace.RequestMethod("QMRulesIn", "Emphasize");
+  const std::vector<std::string> everywhere = {"menu", "tool bar", "host"};
+  for (std::size_t at = std::size(kSituations); at-- > 0;) {
+    Enter(kSituations[at]);
+    for (const States& states : kStates) {
+      const CommandEntry& entry = *browser::FindCommand(states.command);
+      const bool hidden = entry.key == "BusinessNames";  // there is no glossary
+      EXPECT_EQ(Sights(entry), hidden ? std::vector<std::string>() : everywhere) << entry.key << kSituations[at];
+      const bool marked = entry.key == "Emphasize";
+      EXPECT_EQ(widgets.mnuPopup.Item(entry.menuItem).Checked(), marked) << entry.key << kSituations[at];
+      EXPECT_EQ(widgets.tbToolbar.Button(entry.button).Pressed(), marked) << entry.key << kSituations[at];
+      EXPECT_EQ(workspace.FindCommand("QMRulesIn", entry.key)->checked, marked) << entry.key << kSituations[at];
+    }
+  }
 }
 
 TEST_F(CommandAvailabilityTest, ARuleWithTheUnassignedFunctionsNameCanBeMoved) {

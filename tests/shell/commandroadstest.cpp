@@ -6,8 +6,10 @@
 #include "browser/commandtable.h"
 #include "browser/rulelists.h"
 #include "catalogue/gateway.h"
+#include "platform/error.h"
 #include "shell/commandhandlers.h"
 #include "shell/controltest.h"
+#include "workbench/repository/store.h"
 
 namespace qmrules::shell {
 namespace {
@@ -234,6 +236,26 @@ TEST_F(CommandRoadsTest, TheOtherCommandsOfThePopupRunInsideTheMenu) {
   EXPECT_EQ(shownInside, 2U);
 }
 
+TEST_F(CommandRoadsTest, AShowWhileThePopupIsOpenForgetsThatItIs) {
+  std::size_t shownInside = 0;
+  OpenPopup([&](Menu& menu) {
+    control.Show();
+    ExpectNotAvailable();
+    menu.Item("mnuChanger").Click();
+    shownInside = dialogs.MessageTexts().size();
+  });
+  EXPECT_EQ(shownInside, 1U) << "at once";
+  EXPECT_EQ(dialogs.MessageTexts().size(), 1U);
+}
+
+TEST_F(CommandRoadsTest, APopupThatFailsPutsNothingOff) {
+  dialogs.ExpectMenu("mnuPopup", [](Menu&) { throw platform::Error("The menu cannot be shown."); });
+  EXPECT_THROW(tvObjects.RightClick(nullptr), platform::Error);
+  ExpectNotAvailable();
+  Request("Changer");
+  EXPECT_EQ(dialogs.Remaining(), 0U);
+}
+
 TEST_F(CommandRoadsTest, APopupThatIsLeftWithoutAChoiceRunsNothing) {
   OpenPopup([](Menu&) {});
   EXPECT_TRUE(dialogs.MessageTexts().empty());
@@ -303,6 +325,39 @@ TEST_F(CommandRoadsTest, MovingTheFirstNodeDownMakesItMovableUp) {
   EXPECT_EQ(HostState("MoveDown"), "disable");
   Request("MoveUp");
   EXPECT_EQ(HostState("MoveDown"), "enable");
+}
+
+TEST_F(CommandRoadsTest, NoCommandDoesHarmToARuleThatAnotherProcessHasDeleted) {
+  OpenAll();
+  Click("Late fee");
+  const std::string key = MakeKey("RULE", lateFee);
+  workbench::repository::OpenStore({.path = store.StorePath(),
+                                    .extensionPath = store.Folder().File("product/User.Repstry.xml"),
+                                    .userName = "somebody else",
+                                    .connect = {}},
+                                   store.Clock())
+      ->object(key)
+      ->Delete();
+  for (const CommandEntry& entry : CommandTable()) {
+    if (entry.IsSeparator() || entry.key == "Selected") continue;
+    const bool moves = entry.key == "MoveUp" || entry.key == "MoveDown";
+    const bool tells = moves || !IsBuilt(entry.key) || entry.key == "ActivityLog" || entry.key == "Validate";
+    if (tells) dialogs.ExpectMessage(MessageAnswer::Ok);
+    Request(std::string(entry.key));
+    EXPECT_EQ(dialogs.Remaining(), 0U) << entry.key;
+    if (moves) {
+      EXPECT_NE(dialogs.MessageTexts().back().find(key), std::string::npos) << dialogs.MessageTexts().back();
+    }
+    EXPECT_EQ(SelectedText(), "Late fee") << entry.key;
+    EXPECT_EQ(Node("Fees").ChildCount(), 3U) << entry.key;
+    EXPECT_FALSE(pointer.IsBusy()) << entry.key;
+  }
+  Request("Selected");
+  Request("Selected");
+  OpenAll();
+  EXPECT_EQ(Node("Fees").ChildCount(), 2U);
+  EXPECT_EQ(repository.CountObjects("RULE", {}), 2);
+  EXPECT_EQ(repository.CountObjects("RULELOG", {}), 0);
 }
 
 }  // namespace

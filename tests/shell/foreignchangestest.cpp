@@ -53,6 +53,7 @@ TEST_F(ForeignChangesToTheControl, LeaveAFieldThatIsBeingEditedAlone) {
   Take();
   EXPECT_EQ(SelectedText(), "Late charge");
   EXPECT_EQ(widgets.rtbDescription.Text(), "What I am writing");
+  EXPECT_EQ(store.Get(MakeKey("RULE", lateFee), "Description").Text(), "Five per cent") << "nor is it written yet";
 }
 
 TEST_F(ForeignChangesToTheControl, OfOtherObjectsLeaveThePanesAndTheSourceAlone) {

@@ -205,6 +205,12 @@ TEST_F(Control, ASavedLayoutWithoutTheHeaderGivesTheDefaultLayout) {
   EXPECT_EQ(InitLayout(kOwnLayout), kDefaultLayout);
 }
 
+TEST_F(Control, ASavedLayoutBehindAnotherHeaderGivesTheDefaultLayout) {
+  EXPECT_EQ(InitLayout(std::string("wObjs,Descr,Attrs,Own") + kOwnLayout), kDefaultLayout);
+  control.DeInit();
+  EXPECT_EQ(InitLayout("w" + std::string(kHeader) + kOwnLayout), kDefaultLayout);
+}
+
 TEST_F(Control, ASavedLayoutThatTheSplitterRefusesGivesTheDefaultLayout) {
   EXPECT_EQ(InitLayout(std::string(kHeader) + "Control(h500 Objects"), kDefaultLayout);
 }

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "catalogue/activitylog.h"
 #include "catalogue/gateway.h"
 #include "platform/error.h"
 #include "shell/controltest.h"
@@ -106,6 +107,22 @@ TEST_F(ShowTest, AShowThatComesFromItsOwnHandlersFillsTheTreeOnce) {
   EXPECT_EQ(Tree(), "Billing\n  Fees\n    ...\n  Taxes\n  Rebates\nClaims\n  Homeless Function\n");
 }
 
+TEST_F(ShowTest, WhatOtherProcessesChangeMeanwhileIsLeftToTheFill) {
+  Init();
+  platform::ForeignChanges all;
+  all.areTooMany = true;
+  std::vector<std::size_t> nodes;
+  const auto commands = workspace.OnCommandsChanged([&] {
+    if (tvObjects.Count() > 0) return;
+    control.MendFromStore(all);
+    nodes.push_back(tvObjects.Count());
+  });
+  control.Show();
+  ASSERT_FALSE(nodes.empty());
+  for (const std::size_t count : nodes) EXPECT_EQ(count, 0U);
+  EXPECT_EQ(tvObjects.Count(), 7U);
+}
+
 TEST_F(ShowTest, DemotesTheRulesWhoseFileIsGone) {
   PutFile(baseFee, "gone.cbl");
   Open();
@@ -190,6 +207,16 @@ TEST_F(ShowTest, TheProcessOutlineReportIsThereForACobolProgramOnly) {
   EXPECT_EQ(HostState("ProcessOutlineReport"), "enable");
 }
 
+TEST_F(ShowTest, WithAnEmptyCatalogueTheWorkspaceIsAskedAllTheSame) {
+  repository.object(MakeKey("BUSINESSFUNC", billing))->Delete();
+  repository.object(MakeKey("BUSINESSFUNC", claims))->Delete();
+  workspace.SetObjectID(MakeKey("PLI", store.Add("PLI", "PAY")));
+  Open();
+  EXPECT_EQ(tvObjects.Count(), 0U);
+  EXPECT_EQ(HostState("AutoDetect"), "disable");
+  EXPECT_EQ(HostState("ProcessOutlineReport"), "enable hide");
+}
+
 TEST_F(ShowTest, DeInitWritesWhatIsPendingInTheFields) {
   Open();
   Click("Billing");
@@ -199,6 +226,43 @@ TEST_F(ShowTest, DeInitWritesWhatIsPendingInTheFields) {
   control.DeInit();
   EXPECT_EQ(store.Get(MakeKey("BUSINESSFUNC", billing), "Name").Text(), "Invoicing");
   EXPECT_EQ(store.Get(MakeKey("BUSINESSFUNC", billing), "Description").Text(), "All that is billed.");
+}
+
+TEST_F(ShowTest, DeInitWritesTheTextsThenTheNameThenTheAttributes) {
+  Open();
+  OpenAll();
+  Click("Base fee");
+  widgets.txtObjName.SetText("Basic fee");
+  widgets.rtbBusiness.SetText("Everybody pays.");
+  widgets.rtbDescription.SetText("Adds the fee.");
+  for (int index = 1; index <= widgets.AttributeCount(); ++index) {
+    if (widgets.lblAttrs(index).Caption() == "Remark:") widgets.rtbAttrs(index).SetText("Old");
+    if (widgets.lblAttrs(index).Caption() == "Assigned To:") widgets.txtAttrs(index).SetText("ann");
+  }
+  control.DeInit();
+  std::vector<std::string> records;
+  for (const auto& row : catalogue::ReadRuleLog(repository, StringTableFor(Language::English), baseFee).rows) {
+    records.push_back(row.Activity);
+  }
+  EXPECT_EQ(records,
+            (std::vector<std::string>{"Technical Description changed to Adds the fee.",
+                                      "Business Description changed to Everybody pays.", "Name changed to Basic fee",
+                                      "Assigned To changed to ann", "Remark changed to Old"}));
+}
+
+TEST_F(ShowTest, DeInitRefusesANameOfBlanksAndGivesEverythingBackAllTheSame) {
+  Open();
+  Click("Billing");
+  widgets.rtbDescription.SetText("All that is billed.");
+  widgets.txtObjName.SetFocus();
+  widgets.txtObjName.Enter("  ");
+  ExpectMessage("Name cannot be empty.");
+  control.DeInit();
+  EXPECT_EQ(dialogs.Remaining(), 0U);
+  EXPECT_FALSE(control.HasWorkspace());
+  EXPECT_EQ(store.Get(MakeKey("BUSINESSFUNC", billing), "Name").Text(), "Billing");
+  EXPECT_EQ(store.Get(MakeKey("BUSINESSFUNC", billing), "Description").Text(), "All that is billed.");
+  EXPECT_NE(settings.Get("Settings", "Splitter", ""), "");
 }
 
 TEST_F(ShowTest, DeInitLeavesTheWidgetsAsTheyWereBeforeInit) {

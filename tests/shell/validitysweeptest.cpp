@@ -9,6 +9,7 @@
 #include "catalogue/gateway.h"
 #include "platform/error.h"
 #include "platform/memoryfilesystem.h"
+#include "platform/recordingprogress.h"
 #include "support/teststore.h"
 #include "workbench/repository/sqliteconnection.h"
 
@@ -77,10 +78,11 @@ class ValiditySweep : public testing::Test {
     return objects;
   }
 
-  SweepCounts Sweep() { return RunValiditySweep(store.Repository(), files, "/src"); }
+  SweepCounts Sweep() { return RunValiditySweep(store.Repository(), files, "/src", progress); }
 
   test::TestStore store;
   platform::MemoryFileSystem files{store.Clock()};
+  platform::SilentProgress progress;
 
  private:
   int rules_ = 0;
@@ -202,10 +204,23 @@ TEST_F(ValiditySweep, EachFileIsLookedUpOnceForManyRules) {
     transaction->Commit();
   }
   const CountingFiles counting(files);
-  EXPECT_EQ(RunValiditySweep(store.Repository(), counting, "/src"), (SweepCounts{kRules, 0, kRules / 2}));
+  EXPECT_EQ(RunValiditySweep(store.Repository(), counting, "/src", progress), (SweepCounts{kRules, 0, kRules / 2}));
   EXPECT_EQ(counting.asked.size(), static_cast<std::size_t>(kFiles));
   for (const auto& [path, times] : counting.asked) EXPECT_EQ(times, 1) << path;
   EXPECT_EQ(store.Repository().CountObjects("RULE", std::string("Valid=Potentially invalid")), kRules / 2);
+}
+
+TEST_F(ValiditySweep, LetsTheHostPaint) {
+  constexpr int kRules = 1000;
+  {
+    const auto transaction = store.Repository().BeginTransaction();
+    for (int rule = 0; rule < kRules; ++rule) Rule("FEE.cbl", {});
+    transaction->Commit();
+  }
+  platform::RecordingProgress host;
+  EXPECT_EQ(RunValiditySweep(store.Repository(), files, "/src", host), (SweepCounts{kRules, 0, kRules}));
+  EXPECT_GE(host.Asked(), 2 * (kRules / 100));  // in the walk, and in the writes
+  EXPECT_TRUE(host.Entries().empty());
 }
 
 // The file's name tells the order, in any case, and within a file the rules' numbers.

@@ -47,6 +47,7 @@ TEST_F(WorkspaceNotificationsTest, WithoutACurrentObjectTheProcessOutlineReportS
   workspace.SetObjectID(MakeKey("PLI", store.Add("PLI", "PAY")));
   workspace.SetObjectID("");
   EXPECT_EQ(HostState("ProcessOutlineReport"), "enable hide");
+  EXPECT_TRUE(workspace.Errors().empty());
 }
 
 TEST_F(WorkspaceNotificationsTest, ACurrentObjectWithoutAKeyIsRecordedAndChangesNothing) {
