@@ -47,6 +47,11 @@ DiskFileSystem::DiskFileSystem(FileSystemOptions options) : options_(std::move(o
   RequireKnownEncoding(options_.sourceEncoding);
 }
 
+void DiskFileSystem::SetSourceEncoding(const std::string& encoding) {
+  RequireKnownEncoding(encoding);
+  options_.sourceEncoding = encoding;
+}
+
 bool DiskFileSystem::Exists(std::string_view path) const {
   struct stat status {};
   return ::stat(DiskPath(path).c_str(), &status) == 0 && !S_ISDIR(status.st_mode);

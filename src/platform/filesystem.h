@@ -85,6 +85,8 @@ class DiskFileSystem final : public FileSystem {
   void CreateFolder(std::string_view path) override;
   std::string ResolveInside(std::string_view root, std::string_view name) const override;
   const std::string& SourceEncoding() const override { return options_.sourceEncoding; }
+  // Throws Error for an encoding that is not known, with the old one in force.
+  void SetSourceEncoding(const std::string& encoding);
 
  private:
   FileSystemOptions options_;

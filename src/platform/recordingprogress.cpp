@@ -25,6 +25,7 @@ void RecordingProgress::FinishProgress() {
 }
 
 bool RecordingProgress::Cancelled() {
+  ++asked_;
   if (!open_ || !canCancel_) return false;
   if (stepsLeft_ == 0 || questionsLeft_ == 0) return true;
   if (questionsLeft_ != never) --questionsLeft_;

@@ -30,6 +30,8 @@ class RecordingProgress final : public Progress {
   bool IsOpen() const { return open_; }
   // Sum of the amounts of FinishStep since the last StartProgress.
   int Done() const { return done_; }
+  // How often Cancelled was called, in work that can be cancelled or not, or outside of any.
+  int Asked() const { return asked_; }
 
   void StartProgress(std::string_view text, int total, bool canCancel) override;
   void StartStep(std::string_view text) override;
@@ -44,6 +46,7 @@ class RecordingProgress final : public Progress {
   bool open_ = false;
   bool canCancel_ = false;
   int done_ = 0;
+  int asked_ = 0;
   int stepsLeft_ = never;
   int questionsLeft_ = never;
 };

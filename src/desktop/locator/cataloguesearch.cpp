@@ -37,6 +37,8 @@ constexpr Kind kKinds[] = {
 constexpr auto kStep = std::chrono::milliseconds(10);
 constexpr auto kShortRun = std::chrono::milliseconds(3);
 constexpr auto kLongRun = std::chrono::milliseconds(8);
+// What was found longer ago may have changed since.
+constexpr auto kFreshFor = std::chrono::seconds(10);
 constexpr std::int64_t kFirstRun = 4'000;
 constexpr std::int64_t kShortestRun = 250;
 constexpr std::int64_t kLongestRun = 1'000'000;
@@ -60,7 +62,12 @@ std::string FilterOf(const Kind& kind, const LocatorQuery& query, std::int64_t f
 
 CatalogueSearch::CatalogueSearch(platform::Repository& repository, std::string projectKey, std::string_view text,
                                  std::size_t limit)
-    : repository_(repository), projectKey_(std::move(projectKey)), query_(text), limit_(limit), run_(kFirstRun) {
+    : repository_(repository),
+      projectKey_(std::move(projectKey)),
+      text_(text),
+      query_(text),
+      limit_(limit),
+      run_(kFirstRun) {
   if (query_.IsEmpty() || limit_ == 0) {
     kind_ = std::size(kKinds);
   } else {
@@ -84,6 +91,30 @@ bool CatalogueSearch::Continue() {
   }
   FindPlaces();
   return kind_ < std::size(kKinds);
+}
+
+std::unique_ptr<LocatorSearch> CatalogueSearch::NarrowedTo(std::string_view text) const {
+  const bool isFresh = Clock::now() - begun_ < kFreshFor;
+  if (query_.IsEmpty() || hasLeftOut_ || !isFresh || !text.starts_with(text_)) return nullptr;
+  auto narrowed = std::make_unique<CatalogueSearch>(*this);
+  narrowed->text_ = text;
+  narrowed->query_ = LocatorQuery(text);
+  narrowed->candidates_.clear();
+  narrowed->best_.clear();
+  for (Candidate candidate : candidates_) {
+    const auto match = narrowed->query_.Match(candidate.entry.name);
+    if (!match) continue;
+    candidate.rank.isInner = !match->atWordStarts;
+    narrowed->Insert(std::move(candidate));
+  }
+  return narrowed;
+}
+
+// The rules are by far the most and come last.
+int CatalogueSearch::Percent() const {
+  if (kind_ >= std::size(kKinds)) return 100;
+  const bool isLast = kind_ + 1 == std::size(kKinds);
+  return isLast && lastID_ > 0 ? static_cast<int>(std::min((nextID_ - 1) * 100 / lastID_, std::int64_t{100})) : 0;
 }
 
 void CatalogueSearch::SearchRun() {
@@ -115,19 +146,27 @@ void CatalogueSearch::Consider(const platform::FetchRow& row) {
   const Kind& kind = kKinds[kind_];
   const std::int32_t id = catalogue::IDField(row, "ID");
   Rank rank{!match->atWordStarts, match->nameLength, shell::FoldCase(name), kind_, id};
-  if (candidates_.size() == limit_ && !rank.IsBefore(candidates_.back().rank)) return;
+  if (candidates_.size() == limit_ && !rank.IsBefore(candidates_.back().rank)) {
+    hasLeftOut_ = true;
+    return;
+  }
   const bool hasPlace = !kind.placeAttribute.empty();
-  Candidate candidate{std::move(rank),
-                      {.entity = std::string(kind.entity),
-                       .name = std::move(name),
-                       .place = hasPlace ? row.Item("Place").Text() : std::string(),
-                       .key = catalogue::MakeKey(kind.entity, id)},
-                      hasPlace};
+  Insert(Candidate{std::move(rank),
+                   {.entity = std::string(kind.entity),
+                    .name = std::move(name),
+                    .place = hasPlace ? row.Item("Place").Text() : std::string(),
+                    .key = catalogue::MakeKey(kind.entity, id)},
+                   hasPlace});
+}
+
+void CatalogueSearch::Insert(Candidate candidate) {
   const auto place =
       std::upper_bound(candidates_.begin(), candidates_.end(), candidate.rank,
                        [](const Rank& rank, const Candidate& standing) { return rank.IsBefore(standing.rank); });
   candidates_.insert(place, std::move(candidate));
-  if (candidates_.size() > limit_) candidates_.pop_back();
+  if (candidates_.size() <= limit_) return;
+  candidates_.pop_back();
+  hasLeftOut_ = true;
 }
 
 void CatalogueSearch::FindPlaces() {

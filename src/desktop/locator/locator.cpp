@@ -19,7 +19,9 @@ namespace qmrules::desktop {
 namespace {
 
 constexpr std::size_t kShownEntries = 50;
-constexpr QSize kSize(640, 420);
+// In letters and lines, so that the popup grows with them.
+constexpr int kLettersWide = 107;
+constexpr int kLinesHigh = 30;
 constexpr int kMargin = 10;
 constexpr int kTopShare = 8;  // the popup stands one part in so many below the top of the window
 
@@ -105,16 +107,20 @@ void Locator::Close() {
 
 void Locator::Place() {
   const QSize room = parentWidget()->size();
-  const QSize size = kSize.boundedTo(room);
+  const QSize wished(kLettersWide * fontMetrics().averageCharWidth(), kLinesHigh * fontMetrics().lineSpacing());
+  const QSize size = wished.boundedTo(room);
   setGeometry((room.width() - size.width()) / 2, std::min(room.height() / kTopShare, room.height() - size.height()),
               size.width(), size.height());
 }
 
-// Searches anew. The first step is done at once, so that Enter never goes to what an earlier text has found.
+// Searches for the text of the field. The first step is done at once, so that Enter never goes to what an earlier text
+// has found.
 void Locator::Begin() {
   failure_.clear();
   try {
-    search_ = source_.Find(field_->text().toStdString(), kShownEntries);
+    const std::string text = field_->text().toStdString();
+    auto narrowed = search_ == nullptr ? nullptr : search_->NarrowedTo(text);
+    search_ = narrowed == nullptr ? source_.Find(text, kShownEntries) : std::move(narrowed);
   } catch (const platform::Error& failure) {
     Fail(failure);
     return;
@@ -156,9 +162,9 @@ void Locator::ShowState() {
   } else if (field_->text().trimmed().isEmpty()) {
     state_->setText(tr("Type a part of a name, or several parts with blanks between them."));
   } else if (model_->rowCount() == 0) {
-    state_->setText(isSearching ? tr("Searching...") : tr("No name matches."));
+    state_->setText(isSearching ? tr("Searching... %1 %").arg(search_->Percent()) : tr("No name matches."));
   } else if (isSearching) {
-    state_->setText(tr("Searching for better matches... Enter goes to the marked one."));
+    state_->setText(tr("Searching for better matches... %1 %. Enter goes to the marked one.").arg(search_->Percent()));
   } else {
     state_->setText(tr("Enter goes to the marked one, Escape closes."));
   }

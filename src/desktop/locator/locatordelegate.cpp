@@ -13,9 +13,14 @@ namespace qmrules::desktop {
 namespace {
 
 constexpr int kPadding = 8;
-constexpr int kIcon = 18;
+constexpr int kLeastIcon = 18;
 constexpr int kPlaceShare = 2;  // the place has at most one part in so many of the line
 constexpr qreal kPlaceOpacity = 0.7;
+
+// The picture grows with the letters.
+int IconSize(const QStyleOptionViewItem& option) {
+  return std::max(option.fontMetrics.height(), kLeastIcon);
+}
 
 // Of the marks, what lies within the first `length` characters.
 QList<QTextLayout::FormatRange> Formats(const QVariantList& marks, int length) {
@@ -69,13 +74,16 @@ void LocatorDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
   style->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, option.widget);
   const bool isSelected = (option.state & QStyle::State_Selected) != 0;
   const QRect line = option.rect.adjusted(kPadding, 0, -kPadding, 0);
-  QRect picture(0, 0, kIcon, kIcon);
-  picture.moveCenter(QPoint(line.left() + kIcon / 2, line.center().y()));
-  index.data(Qt::DecorationRole).value<QIcon>().paint(painter, picture);
+  const int icon = IconSize(option);
+  QRect picture(0, 0, icon, icon);
+  picture.moveCenter(QPoint(line.left() + icon / 2, line.center().y()));
+  index.data(Qt::DecorationRole)
+      .value<QIcon>()
+      .paint(painter, picture, Qt::AlignCenter, isSelected ? QIcon::Selected : QIcon::Normal);
   painter->save();
   painter->setFont(option.font);
   painter->setPen(option.palette.color(isSelected ? QPalette::HighlightedText : QPalette::Text));
-  const QRect room = line.adjusted(kIcon + kPadding, 0, 0, 0);
+  const QRect room = line.adjusted(icon + kPadding, 0, 0, 0);
   const int placeLeft = DrawPlace(*painter, room, option.fontMetrics, index.data(LocatorModel::kPlace).toString());
   DrawName(*painter, QRect(room.topLeft(), QPoint(std::max(room.left(), placeLeft - 2 * kPadding), room.bottom())),
            option.font, index);
@@ -83,7 +91,7 @@ void LocatorDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
 }
 
 QSize LocatorDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& /*index*/) const {
-  return {0, std::max(option.fontMetrics.height(), kIcon) + kPadding};
+  return {0, IconSize(option) + kPadding};
 }
 
 }  // namespace qmrules::desktop

@@ -29,6 +29,11 @@ class LocatorSearch {
   // Searches on for some milliseconds. False when everything has been searched. Throws platform::Error when the store
   // fails; the search is over then.
   virtual bool Continue() = 0;
+  // The search for a text that finds nothing but what this one's text finds, such as one that was typed on: it goes on
+  // where this one is, with what this one has found. nullptr when it has to begin anew.
+  virtual std::unique_ptr<LocatorSearch> NarrowedTo(std::string_view /*text*/) const { return nullptr; }
+  // How much has been searched, in percent; may be a guess.
+  virtual int Percent() const = 0;
   // The best entries until now, the best first, at most as many as the limit.
   virtual const std::vector<LocatorEntry>& Best() const = 0;
 };

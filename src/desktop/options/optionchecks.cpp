@@ -5,6 +5,7 @@
 #include <set>
 #include <stdexcept>
 
+#include "platform/encoding.h"
 #include "shell/text.h"
 
 namespace qmrules::desktop {
@@ -87,6 +88,12 @@ QString CheckObjectName(const OptionValue& value) {
 
 QString CheckTemplates(const OptionValue& value) {
   return CheckEach(std::get<std::vector<ListedText>>(value), CheckTemplate);
+}
+
+QString CheckEncoding(const OptionValue& value) {
+  const auto& name = std::get<std::string>(value);
+  if (name.empty() || platform::IsKnownEncoding(name)) return {};
+  return Say(QT_TRANSLATE_NOOP("Options", "“%1” is no known encoding; choose one of the list."), name);
 }
 
 QString CheckFolders(const OptionValue& value) {

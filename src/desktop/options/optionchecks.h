@@ -16,4 +16,7 @@ QString CheckTemplates(const OptionValue& value);
 // Each a folder within the workspace, named relative to it, and none twice.
 QString CheckFolders(const OptionValue& value);
 
+// The name of an encoding that sources can be read by.
+QString CheckEncoding(const OptionValue& value);
+
 }  // namespace qmrules::desktop

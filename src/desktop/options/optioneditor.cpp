@@ -8,6 +8,7 @@
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
+#include "desktop/options/encodingeditor.h"
 #include "desktop/options/textlisteditor.h"
 
 namespace qmrules::desktop {
@@ -35,6 +36,8 @@ OptionEditor* MakeOptionEditor(const OptionSpec& option, const QString& sourceFo
       return new SwitchEditor(option, parent);
     case OptionKind::Texts:
       return new TextListEditor(option, sourceFolder, parent);
+    case OptionKind::Encoding:
+      return new EncodingEditor(parent);
     case OptionKind::Text:
       break;
   }

@@ -37,7 +37,6 @@ OptionPage::OptionPage(const OptionSpec& first, QWidget* parent) : QScrollArea(p
   setWidget(content);
   setWidgetResizable(true);
   setFrameShape(QFrame::NoFrame);
-  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setAccessibleName(OptionText(first.page->caption));
   setFocusPolicy(Qt::NoFocus);
 }

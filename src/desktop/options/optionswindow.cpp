@@ -7,6 +7,7 @@
 #include <QListWidget>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -22,9 +23,11 @@ namespace qmrules::desktop {
 
 namespace {
 
-constexpr QSize kFirstSize(820, 600);
-constexpr int kPageListWidth = 190;
-constexpr int kPageItemHeight = 32;
+// Of the window, in letters and lines, so that it grows with them.
+constexpr int kLettersWide = 137;
+constexpr int kLinesHigh = 43;
+constexpr int kPageItemPadding = 15;
+constexpr int kPageListPadding = 20;
 
 // True when the option's node is the one that the path selects or stands below it.
 bool IsBelow(const platform::XmlDocument& document, const OptionSpec& option, const platform::XmlElement& top) {
@@ -59,6 +62,7 @@ OptionsWindow::OptionsWindow(Request request, QWidget* parent)
       buttons_(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel | QDialogButtonBox::RestoreDefaults,
                                     this)) {
   setWindowTitle(tr("Options"));
+  pageList_->setIconSize({20, 20});
   MakePages();
   LayOut();
   connect(search_, &QLineEdit::textChanged, this, &OptionsWindow::Filter);
@@ -90,7 +94,9 @@ void OptionsWindow::AddOption(const OptionSpec& option, OptionsSheet& sheet) {
     stack_->addWidget(page);
     auto* const item =
         new QListWidgetItem(IconSet(palette()).Icon(option.page->icon), OptionText(option.page->caption));
-    item->setSizeHint({0, kPageItemHeight});
+    const QFontMetrics letters = pageList_->fontMetrics();
+    item->setSizeHint({letters.horizontalAdvance(item->text()) + pageList_->iconSize().width() + kPageListPadding,
+                       letters.height() + kPageItemPadding});
     pageList_->addItem(item);
   }
   auto& row = page->Add(option, QString::fromStdString(request_.sourceFolder));
@@ -104,8 +110,7 @@ void OptionsWindow::LayOut() {
   search_->setAccessibleName(tr("Search options"));
   search_->setClearButtonEnabled(true);
   pageList_->setAccessibleName(tr("Pages"));
-  pageList_->setFixedWidth(kPageListWidth);
-  pageList_->setIconSize({20, 20});
+  pageList_->setFixedWidth(pageList_->sizeHintForColumn(0) + 2 * pageList_->frameWidth());
   nothingFound_->setAlignment(Qt::AlignCenter);
   nothingFound_->hide();
   const bool hasSeveralPages = stack_->count() > 1;
@@ -123,10 +128,12 @@ void OptionsWindow::LayOut() {
   restore->setToolTip(tr("Gives the options of this page the values that they had at first"));
   restore->setAutoDefault(false);
   buttons_->button(QDialogButtonBox::Ok)->setDefault(true);
-  resize(kFirstSize);
+  const QSize wished(kLettersWide * fontMetrics().averageCharWidth(), kLinesHigh * fontMetrics().lineSpacing());
+  const QSize size = wished.boundedTo(screen()->availableSize() - QSize(kPageListPadding, 4 * kPageListPadding));
+  resize(size);
   if (!hasSeveralPages) {
     setWindowTitle(tr("Options: %1").arg(OptionText(entries_.front().row->Option().page->caption)));
-    resize(kFirstSize.width() - kPageListWidth, kFirstSize.height() / 2);
+    resize(size.width() - pageList_->width(), size.height() * 3 / 5);
   }
 }
 

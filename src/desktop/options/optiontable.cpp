@@ -157,6 +157,19 @@ constexpr OptionSpec kOptions[] = {
                                   "workspace; a folder without a tick is passed over. With none, every folder that "
                                   "holds copybooks is searched. Takes effect when the sources are scanned next."),
      .check = CheckFolders},
+    {.page = &kCobolSources,
+     .scope = OptionScope::Folder,
+     .kind = OptionKind::Encoding,
+     .name = "sourceEncoding",
+     .path = "/WORKSPACE/SOURCES",
+     .attribute = "ENCODING",
+     .caption = QT_TRANSLATE_NOOP("Options", "Encoding of the sources"),
+     .meaning = QT_TRANSLATE_NOOP("Options",
+                                  "How the bytes of the source files stand for characters, in all projects of the "
+                                  "workspace: one of those listed, or the name of another one. Where this is wrong, "
+                                  "letters and columns look wrong. What is on view is read again at once, the programs "
+                                  "when the sources are scanned next."),
+     .check = CheckEncoding},
     {.page = &kComponents,
      .scope = OptionScope::Workspace,
      .kind = OptionKind::Presence,

@@ -16,6 +16,7 @@ namespace qmrules::desktop {
 enum class OptionScope {
   Project,    // that of the current project
   Workspace,  // that of all projects
+  Folder,     // what the workspace's own file tells of its folder
 };
 
 enum class OptionKind {
@@ -25,6 +26,7 @@ enum class OptionKind {
   Boolean,   // "true" or "false"
   Texts,     // texts that may be added and removed, in an order
   Presence,  // on while the node is there
+  Encoding,  // the name of a text encoding, "" for the default
 };
 
 struct OptionPageSpec {

@@ -26,7 +26,7 @@ TextListEditor::TextListEditor(const OptionSpec& option, const QString& sourceFo
       down_(new QPushButton(tr("Move Down"), this)) {
   list_->setAccessibleName(OptionText(option.caption));
   list_->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed);
-  list_->setMinimumHeight(kShownRows * (fontMetrics().lineSpacing() + 6));
+  list_->setFixedHeight(kShownRows * (fontMetrics().lineSpacing() + 6));
   setFocusProxy(list_);
   auto* const add = new QPushButton(tr("Add"), this);
   auto* const buttons = new QVBoxLayout;

@@ -15,6 +15,7 @@
 
 #include "desktop/source/codetext.h"
 #include "desktop/source/findbar.h"
+#include "desktop/source/namedtext.h"
 #include "desktop/source/rowbar.h"
 
 namespace qmrules::desktop {
@@ -50,7 +51,7 @@ void SourceView::LayOut() {
   files_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   filesLabel_->setBuddy(files_);
   text_ = new CodeText(this);
-  reason_ = new QLabel(this);
+  reason_ = new NamedText(this);
   reason_->setObjectName(QStringLiteral("reason"));
   reason_->setWordWrap(true);
   reason_->setAlignment(Qt::AlignCenter);
@@ -61,7 +62,7 @@ void SourceView::LayOut() {
   rowBar_ = new RowBar(*text_, this);
   findBar_->hide();
   rowBar_->hide();
-  place_ = new QLabel(this);
+  place_ = new NamedText(this);
   place_->setObjectName(QStringLiteral("place"));
   place_->setTextFormat(Qt::PlainText);
   place_->setMargin(4);
@@ -119,8 +120,8 @@ void SourceView::Retranslate() {
   setAccessibleName(tr("Source viewer"));
   filesLabel_->setText(tr("F&ile:"));
   files_->setAccessibleName(tr("File of the program"));
-  reason_->setAccessibleName(tr("Why no source is shown"));
-  place_->setAccessibleName(tr("Place in the source"));
+  reason_->SetName(tr("Why no source is shown"));
+  place_->SetName(tr("Place in the source"));
   const QStringList names = {tr("&Copy"),          tr("Select &All"), tr("&Find…"),        tr("Find &Next"),
                              tr("Find &Previous"), tr("&Go to Row…"), tr("Next Se&gment"), tr("Pre&vious Segment"),
                              tr("Zoom &In"),       tr("Zoom &Out"),   tr("&Reset Zoom")};
@@ -224,7 +225,7 @@ void SourceView::ShowFailure(const platform::CurrentFile& file, const std::excep
 }
 
 void SourceView::ShowReason(const QString& text) {
-  reason_->setText(text);
+  reason_->Show(text);
   ShowPage(*reason_, *text_);
   text_->Clear();
   findBar_->hide();
@@ -278,7 +279,7 @@ void SourceView::TakeMarks() {
 void SourceView::ShowPlace() {
   const auto selected = viewer_.Selected();
   if (!selected || !ShowsSource()) {
-    place_->clear();
+    place_->Show({});
     return;
   }
   QStringList parts;
@@ -295,7 +296,7 @@ void SourceView::ShowPlace() {
   }
   const QString segments = text_->SegmentsText(viewer_.Row());
   if (!segments.isEmpty()) parts += segments.split(u'\n');
-  place_->setText(parts.join(QStringLiteral("  \u00b7  ")));
+  place_->Show(parts.join(QStringLiteral("  \u00b7  ")));
 }
 
 // A selection of the user's. The viewer tells the change back, which is not to be shown again; what observers change
@@ -321,7 +322,7 @@ void SourceView::GoToSegment(bool isBelow) {
   if (next && *next <= text_->Rows()) {
     text_->MoveCaret(*next);
   } else {
-    place_->setText(isBelow ? tr("No segment begins below this row.") : tr("No segment begins above this row."));
+    place_->Show(isBelow ? tr("No segment begins below this row.") : tr("No segment begins above this row."));
   }
 }
 
@@ -338,7 +339,7 @@ void SourceView::UseFontSize() {
 }
 
 void SourceView::Report(const QString& reason) {
-  place_->setText(reason);
+  place_->Show(reason);
   emit Failed(reason);
 }
 

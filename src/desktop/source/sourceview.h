@@ -22,6 +22,7 @@ namespace qmrules::desktop {
 
 class CodeText;
 class FindBar;
+class NamedText;
 class RowBar;
 
 // The source viewer on screen: the choice of the program's files, the text with its row numbers and segment marks, the
@@ -101,10 +102,10 @@ class SourceView final : public QWidget {
   QLabel* filesLabel_ = nullptr;
   QComboBox* files_ = nullptr;
   CodeText* text_ = nullptr;
-  QLabel* reason_ = nullptr;
+  NamedText* reason_ = nullptr;
   FindBar* findBar_ = nullptr;
   RowBar* rowBar_ = nullptr;
-  QLabel* place_ = nullptr;
+  NamedText* place_ = nullptr;
   BackgroundTask<LoadedSource> loading_;
   BackgroundTask<workbench::codemodel::ClassedText> coloring_;
   QTimer* marks_ = nullptr;  // marks come many at a time, and are shown when all have come

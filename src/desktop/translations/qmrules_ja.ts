@@ -310,6 +310,18 @@ Qt %1、SQLite、libxml2 を使用しています。</translation>
         <source>Offers the commands that take business names of data elements from the glossary and put them there. Where this is off, the glossary&apos;s file stays as it is.</source>
         <translation>データ要素のビジネス名を用語集から取り込むコマンドと、用語集に書き込むコマンドを使えるようにします。オフにしても用語集のファイルはそのまま残ります。</translation>
     </message>
+    <message>
+        <source>“%1” is no known encoding; choose one of the list.</source>
+        <translation>「%1」は知られていないエンコーディングです。一覧から選んでください。</translation>
+    </message>
+    <message>
+        <source>Encoding of the sources</source>
+        <translation>ソースのエンコーディング</translation>
+    </message>
+    <message>
+        <source>How the bytes of the source files stand for characters, in all projects of the workspace: one of those listed, or the name of another one. Where this is wrong, letters and columns look wrong. What is on view is read again at once, the programs when the sources are scanned next.</source>
+        <translation>ワークスペースのすべてのプロジェクトで、ソース ファイルのバイトがどの文字を表すか。一覧から選ぶか、ほかのエンコーディングの名前を入力します。誤っていると、文字や桁が正しく表示されません。表示中のソースはすぐに、プログラムは次にソースをスキャンするときに読み直されます。</translation>
+    </message>
 </context>
 <context>
     <name>ScanSummary</name>
@@ -341,16 +353,111 @@ Qt %1、SQLite、libxml2 を使用しています。</translation>
 <context>
     <name>StatusLine</name>
     <message>
-        <source>Row %1, selected: %2</source>
-        <translation>行 %1、選択: %2</translation>
-    </message>
-    <message>
-        <source>Row %1</source>
-        <translation>行 %1</translation>
-    </message>
-    <message>
         <source>Programs: %1  Rules: %2</source>
         <translation>プログラム: %1  ルール: %2</translation>
+    </message>
+</context>
+<context>
+    <name>ValidationResults</name>
+    <message>
+        <source>unchanged</source>
+        <translation>変更なし</translation>
+    </message>
+    <message>
+        <source>The text stands at its rows.</source>
+        <translation>テキストは元の行にあります。</translation>
+    </message>
+    <message>
+        <source>in place</source>
+        <translation>元の位置</translation>
+    </message>
+    <message>
+        <source>The text stands at its rows, with other blanks or in other case.</source>
+        <translation>テキストは元の行にありますが、空白または大文字と小文字が異なります。</translation>
+    </message>
+    <message>
+        <source>no segment</source>
+        <translation>セグメントなし</translation>
+    </message>
+    <message>
+        <source>The rule has no segment.</source>
+        <translation>ルールにセグメントがありません。</translation>
+    </message>
+    <message>
+        <source>moved</source>
+        <translation>移動</translation>
+    </message>
+    <message>
+        <source>The text stands at other rows of the file.</source>
+        <translation>テキストはファイルの別の行にあります。</translation>
+    </message>
+    <message>
+        <source>ambiguous</source>
+        <translation>複数あり</translation>
+    </message>
+    <message>
+        <source>The text stands at several places of the file.</source>
+        <translation>テキストはファイルの複数の箇所にあります。</translation>
+    </message>
+    <message>
+        <source>not found</source>
+        <translation>見つからない</translation>
+    </message>
+    <message>
+        <source>The text is nowhere in the file.</source>
+        <translation>テキストはファイルのどこにもありません。</translation>
+    </message>
+    <message>
+        <source>rows disagree</source>
+        <translation>行数の不一致</translation>
+    </message>
+    <message>
+        <source>The stored text has more lines than the rule has rows, so it was not looked for.</source>
+        <translation>保存されたテキストの行数がルールの行数より多いため、検索されませんでした。</translation>
+    </message>
+    <message>
+        <source>file missing</source>
+        <translation>ファイルなし</translation>
+    </message>
+    <message>
+        <source>The file cannot be read.</source>
+        <translation>ファイルを読み取れません。</translation>
+    </message>
+    <message>
+        <source>changed</source>
+        <translation>変更あり</translation>
+    </message>
+    <message>
+        <source>The text does not stand at its rows.</source>
+        <translation>テキストは元の行にありません。</translation>
+    </message>
+    <message>
+        <source>%1, rows %2</source>
+        <translation>%1、行 %2</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>Stored text: %1</source>
+        <translation>保存されたテキスト: %1</translation>
+    </message>
+    <message>
+        <source>Nearest place: %1</source>
+        <translation>最も近い箇所: %1</translation>
+    </message>
+    <message>
+        <source>Other place: %1</source>
+        <translation>別の箇所: %1</translation>
+    </message>
+    <message>
+        <source>Something like it, characters that differ: %2. %1</source>
+        <translation>似た箇所、異なる文字数: %2。%1</translation>
+    </message>
+    <message>
+        <source>Now: %1</source>
+        <translation>現在: %1</translation>
     </message>
 </context>
 <context>
@@ -373,6 +480,53 @@ Qt %1、SQLite、libxml2 を使用しています。</translation>
     <message>
         <source>Segment: rows %1 to %2</source>
         <translation>セグメント: 行 %1 ~ %2</translation>
+    </message>
+</context>
+<context>
+    <name>qmrules::desktop::ComparisonView</name>
+    <message>
+        <source>Previous place</source>
+        <translation>前の箇所</translation>
+    </message>
+    <message>
+        <source>Next place</source>
+        <translation>次の箇所</translation>
+    </message>
+    <message>
+        <source>Show the rule in the tree</source>
+        <translation>ルールをツリーに表示</translation>
+    </message>
+    <message>
+        <source>Stored text</source>
+        <translation>保存されたテキスト</translation>
+    </message>
+    <message>
+        <source>Text in the file</source>
+        <translation>ファイルのテキスト</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1/%2</translation>
+    </message>
+    <message>
+        <source>Choose a rule to compare its text with the file.</source>
+        <translation>ルールを選択すると、そのテキストをファイルと比較します。</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read.</source>
+        <translation>%1 を読み取れません。</translation>
+    </message>
+    <message>
+        <source>No line differs.</source>
+        <translation>異なる行はありません。</translation>
+    </message>
+    <message>
+        <source>Lines that differ: %1 of %2.</source>
+        <translation>異なる行: %1/%2。</translation>
+    </message>
+    <message>
+        <source>Only the first %1 lines are shown.</source>
+        <translation>最初の %1 行だけを表示しています。</translation>
     </message>
 </context>
 <context>
@@ -400,6 +554,69 @@ Qt %1、SQLite、libxml2 を使用しています。</translation>
     <message>
         <source>Lists of the rule</source>
         <translation>ルールのリスト</translation>
+    </message>
+</context>
+<context>
+    <name>qmrules::desktop::EncodingBox</name>
+    <message>
+        <source>UTF-8, else ISO-8859-1</source>
+        <translation>UTF-8、それ以外は ISO-8859-1</translation>
+    </message>
+    <message>
+        <source>Unicode</source>
+        <translation>Unicode</translation>
+    </message>
+    <message>
+        <source>Western European</source>
+        <translation>西ヨーロッパ</translation>
+    </message>
+    <message>
+        <source>Western European, Windows</source>
+        <translation>西ヨーロッパ、Windows</translation>
+    </message>
+    <message>
+        <source>Japanese, Windows</source>
+        <translation>日本語、Windows</translation>
+    </message>
+    <message>
+        <source>Japanese, Unix</source>
+        <translation>日本語、Unix</translation>
+    </message>
+    <message>
+        <source>Korean</source>
+        <translation>韓国語</translation>
+    </message>
+    <message>
+        <source>EBCDIC, North America</source>
+        <translation>EBCDIC、北米</translation>
+    </message>
+    <message>
+        <source>EBCDIC, German</source>
+        <translation>EBCDIC、ドイツ語</translation>
+    </message>
+    <message>
+        <source>EBCDIC, international</source>
+        <translation>EBCDIC、国際</translation>
+    </message>
+    <message>
+        <source>EBCDIC, Unix services</source>
+        <translation>EBCDIC、Unix サービス</translation>
+    </message>
+    <message>
+        <source>EBCDIC, Japanese</source>
+        <translation>EBCDIC、日本語</translation>
+    </message>
+    <message>
+        <source>EBCDIC, Korean</source>
+        <translation>EBCDIC、韓国語</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
+    </message>
+    <message>
+        <source>Encodings</source>
+        <translation>エンコーディング</translation>
     </message>
 </context>
 <context>
@@ -460,14 +677,6 @@ Qt %1、SQLite、libxml2 を使用しています。</translation>
         <translation>次を検索</translation>
     </message>
     <message>
-        <source>Close (Esc)</source>
-        <translation>閉じる (Esc)</translation>
-    </message>
-    <message>
-        <source>Close</source>
-        <translation>閉じる</translation>
-    </message>
-    <message>
         <source>Matches</source>
         <translation>一致</translation>
     </message>
@@ -493,6 +702,29 @@ Qt %1、SQLite、libxml2 を使用しています。</translation>
     </message>
 </context>
 <context>
+    <name>qmrules::desktop::FindingModel</name>
+    <message>
+        <source>Verdict</source>
+        <translation>判定</translation>
+    </message>
+    <message>
+        <source>Rule</source>
+        <translation>ルール</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>ファイル</translation>
+    </message>
+    <message>
+        <source>Old rows</source>
+        <translation>元の行</translation>
+    </message>
+    <message>
+        <source>New rows</source>
+        <translation>新しい行</translation>
+    </message>
+</context>
+<context>
     <name>qmrules::desktop::Locator</name>
     <message>
         <source>Locator</source>
@@ -515,20 +747,20 @@ Qt %1、SQLite、libxml2 を使用しています。</translation>
         <translation>名前の一部を入力してください。空白で区切って複数入力することもできます。</translation>
     </message>
     <message>
-        <source>Searching...</source>
-        <translation>検索中...</translation>
-    </message>
-    <message>
         <source>No name matches.</source>
         <translation>一致する名前がありません。</translation>
     </message>
     <message>
-        <source>Searching for better matches... Enter goes to the marked one.</source>
-        <translation>さらに検索中... Enter で選択中の項目へ移動します。</translation>
-    </message>
-    <message>
         <source>Enter goes to the marked one, Escape closes.</source>
         <translation>Enter で選択中の項目へ移動し、Esc で閉じます。</translation>
+    </message>
+    <message>
+        <source>Searching... %1 %</source>
+        <translation>検索中... %1 %</translation>
+    </message>
+    <message>
+        <source>Searching for better matches... %1 %. Enter goes to the marked one.</source>
+        <translation>よりよい一致を検索中... %1 %。Enter で選択中の項目へ移動します。</translation>
     </message>
 </context>
 <context>
@@ -568,6 +800,10 @@ Qt %1、SQLite、libxml2 を使用しています。</translation>
         <source>Open Workspace</source>
         <translation>ワークスペースを開く</translation>
     </message>
+    <message>
+        <source>Validation</source>
+        <translation>検証</translation>
+    </message>
 </context>
 <context>
     <name>qmrules::desktop::NewWorkspaceDialog</name>
@@ -594,10 +830,6 @@ Qt %1、SQLite、libxml2 を使用しています。</translation>
     <message>
         <source>&amp;Encoding of the sources:</source>
         <translation>ソースのエンコーディング(&amp;E):</translation>
-    </message>
-    <message>
-        <source>UTF-8, else ISO-8859-1</source>
-        <translation>UTF-8、それ以外は ISO-8859-1</translation>
     </message>
     <message>
         <source>&amp;Create</source>
@@ -732,6 +964,25 @@ Qt %1、SQLite、libxml2 を使用しています。</translation>
     </message>
 </context>
 <context>
+    <name>qmrules::desktop::ResultsPane</name>
+    <message>
+        <source>Filter by verdict, rule or file</source>
+        <translation>判定、ルール、ファイルで絞り込み</translation>
+    </message>
+    <message>
+        <source>Results of the validation</source>
+        <translation>検証の結果</translation>
+    </message>
+    <message>
+        <source>No result has this text.</source>
+        <translation>このテキストを含む結果はありません。</translation>
+    </message>
+    <message>
+        <source>No rule has been validated yet. Check rules and choose Validate.</source>
+        <translation>まだ検証されたルールはありません。ルールにチェックを付けて［検証］を選択してください。</translation>
+    </message>
+</context>
+<context>
     <name>qmrules::desktop::RowBar</name>
     <message>
         <source>&amp;Go to row:</source>
@@ -742,20 +993,16 @@ Qt %1、SQLite、libxml2 を使用しています。</translation>
         <translation>行番号</translation>
     </message>
     <message>
-        <source>Close (Esc)</source>
-        <translation>閉じる (Esc)</translation>
-    </message>
-    <message>
-        <source>Close</source>
-        <translation>閉じる</translation>
-    </message>
-    <message>
         <source>of %1</source>
         <translation>/ %1</translation>
     </message>
     <message>
         <source>Rows go from 1 to %1.</source>
         <translation>行は 1 から %1 までです。</translation>
+    </message>
+    <message>
+        <source>Rows</source>
+        <translation>行</translation>
     </message>
 </context>
 <context>
@@ -873,6 +1120,21 @@ Qt %1、SQLite、libxml2 を使用しています。</translation>
     </message>
 </context>
 <context>
+    <name>qmrules::desktop::SplitterBar</name>
+    <message>
+        <source>Line between the left and the right pane</source>
+        <translation>左右のペインの間の線</translation>
+    </message>
+    <message>
+        <source>Line between the upper and the lower pane</source>
+        <translation>上下のペインの間の線</translation>
+    </message>
+    <message>
+        <source>The arrow keys move it, Enter leads back</source>
+        <translation>方向キーで動かし、Enter で元に戻ります</translation>
+    </message>
+</context>
+<context>
     <name>qmrules::desktop::StartPage</name>
     <message>
         <source>Business rules of legacy programs</source>
@@ -901,6 +1163,17 @@ Qt %1、SQLite、libxml2 を使用しています。</translation>
     <message>
         <source>Last opened</source>
         <translation>最近開いたもの</translation>
+    </message>
+</context>
+<context>
+    <name>qmrules::desktop::TextBar</name>
+    <message>
+        <source>Close (Esc)</source>
+        <translation>閉じる (Esc)</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>閉じる</translation>
     </message>
 </context>
 <context>
@@ -1035,6 +1308,22 @@ Qt %1、SQLite、libxml2 を使用しています。</translation>
     <message>
         <source>&amp;About</source>
         <translation>バージョン情報(&amp;A)</translation>
+    </message>
+    <message>
+        <source>&amp;Validation</source>
+        <translation>検証(&amp;V)</translation>
+    </message>
+    <message>
+        <source>&amp;Move the Lines between Panes</source>
+        <translation>ペインの間の線を動かす(&amp;M)</translation>
+    </message>
+    <message>
+        <source>Lar&amp;ger Pane</source>
+        <translation>ペインを大きくする(&amp;G)</translation>
+    </message>
+    <message>
+        <source>Sm&amp;aller Pane</source>
+        <translation>ペインを小さくする(&amp;A)</translation>
     </message>
 </context>
 <context>

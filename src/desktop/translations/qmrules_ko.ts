@@ -310,6 +310,18 @@ Qt %1, SQLite 및 libxml2를 사용합니다.</translation>
         <source>Offers the commands that take business names of data elements from the glossary and put them there. Where this is off, the glossary&apos;s file stays as it is.</source>
         <translation>데이터 요소의 비즈니스 이름을 용어집에서 가져오거나 용어집에 넣는 명령을 제공합니다. 꺼도 용어집 파일은 그대로 남습니다.</translation>
     </message>
+    <message>
+        <source>“%1” is no known encoding; choose one of the list.</source>
+        <translation>“%1”은(는) 알 수 없는 인코딩입니다. 목록에서 선택하십시오.</translation>
+    </message>
+    <message>
+        <source>Encoding of the sources</source>
+        <translation>소스의 인코딩</translation>
+    </message>
+    <message>
+        <source>How the bytes of the source files stand for characters, in all projects of the workspace: one of those listed, or the name of another one. Where this is wrong, letters and columns look wrong. What is on view is read again at once, the programs when the sources are scanned next.</source>
+        <translation>작업 영역의 모든 프로젝트에서 소스 파일의 바이트가 어떤 문자를 나타내는지 정합니다. 목록에서 선택하거나 다른 인코딩의 이름을 입력합니다. 잘못되면 문자와 열이 올바르게 표시되지 않습니다. 표시 중인 소스는 즉시, 프로그램은 다음에 소스를 검사할 때 다시 읽습니다.</translation>
+    </message>
 </context>
 <context>
     <name>ScanSummary</name>
@@ -341,16 +353,111 @@ Qt %1, SQLite 및 libxml2를 사용합니다.</translation>
 <context>
     <name>StatusLine</name>
     <message>
-        <source>Row %1, selected: %2</source>
-        <translation>행 %1, 선택: %2</translation>
-    </message>
-    <message>
-        <source>Row %1</source>
-        <translation>행 %1</translation>
-    </message>
-    <message>
         <source>Programs: %1  Rules: %2</source>
         <translation>프로그램: %1  규칙: %2</translation>
+    </message>
+</context>
+<context>
+    <name>ValidationResults</name>
+    <message>
+        <source>unchanged</source>
+        <translation>변경 없음</translation>
+    </message>
+    <message>
+        <source>The text stands at its rows.</source>
+        <translation>텍스트가 원래 행에 있습니다.</translation>
+    </message>
+    <message>
+        <source>in place</source>
+        <translation>제자리</translation>
+    </message>
+    <message>
+        <source>The text stands at its rows, with other blanks or in other case.</source>
+        <translation>텍스트가 원래 행에 있지만 공백이나 대소문자가 다릅니다.</translation>
+    </message>
+    <message>
+        <source>no segment</source>
+        <translation>세그먼트 없음</translation>
+    </message>
+    <message>
+        <source>The rule has no segment.</source>
+        <translation>규칙에 세그먼트가 없습니다.</translation>
+    </message>
+    <message>
+        <source>moved</source>
+        <translation>이동됨</translation>
+    </message>
+    <message>
+        <source>The text stands at other rows of the file.</source>
+        <translation>텍스트가 파일의 다른 행에 있습니다.</translation>
+    </message>
+    <message>
+        <source>ambiguous</source>
+        <translation>여러 곳</translation>
+    </message>
+    <message>
+        <source>The text stands at several places of the file.</source>
+        <translation>텍스트가 파일의 여러 곳에 있습니다.</translation>
+    </message>
+    <message>
+        <source>not found</source>
+        <translation>찾을 수 없음</translation>
+    </message>
+    <message>
+        <source>The text is nowhere in the file.</source>
+        <translation>텍스트가 파일의 어디에도 없습니다.</translation>
+    </message>
+    <message>
+        <source>rows disagree</source>
+        <translation>행 수 불일치</translation>
+    </message>
+    <message>
+        <source>The stored text has more lines than the rule has rows, so it was not looked for.</source>
+        <translation>저장된 텍스트의 줄 수가 규칙의 행 수보다 많아 찾지 않았습니다.</translation>
+    </message>
+    <message>
+        <source>file missing</source>
+        <translation>파일 없음</translation>
+    </message>
+    <message>
+        <source>The file cannot be read.</source>
+        <translation>파일을 읽을 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>changed</source>
+        <translation>변경됨</translation>
+    </message>
+    <message>
+        <source>The text does not stand at its rows.</source>
+        <translation>텍스트가 원래 행에 없습니다.</translation>
+    </message>
+    <message>
+        <source>%1, rows %2</source>
+        <translation>%1, 행 %2</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>Stored text: %1</source>
+        <translation>저장된 텍스트: %1</translation>
+    </message>
+    <message>
+        <source>Nearest place: %1</source>
+        <translation>가장 가까운 곳: %1</translation>
+    </message>
+    <message>
+        <source>Other place: %1</source>
+        <translation>다른 곳: %1</translation>
+    </message>
+    <message>
+        <source>Something like it, characters that differ: %2. %1</source>
+        <translation>비슷한 곳, 다른 문자 수: %2. %1</translation>
+    </message>
+    <message>
+        <source>Now: %1</source>
+        <translation>현재: %1</translation>
     </message>
 </context>
 <context>
@@ -373,6 +480,53 @@ Qt %1, SQLite 및 libxml2를 사용합니다.</translation>
     <message>
         <source>Segment: rows %1 to %2</source>
         <translation>세그먼트: 행 %1~%2</translation>
+    </message>
+</context>
+<context>
+    <name>qmrules::desktop::ComparisonView</name>
+    <message>
+        <source>Previous place</source>
+        <translation>이전 곳</translation>
+    </message>
+    <message>
+        <source>Next place</source>
+        <translation>다음 곳</translation>
+    </message>
+    <message>
+        <source>Show the rule in the tree</source>
+        <translation>트리에서 규칙 표시</translation>
+    </message>
+    <message>
+        <source>Stored text</source>
+        <translation>저장된 텍스트</translation>
+    </message>
+    <message>
+        <source>Text in the file</source>
+        <translation>파일의 텍스트</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1/%2</translation>
+    </message>
+    <message>
+        <source>Choose a rule to compare its text with the file.</source>
+        <translation>규칙을 선택하면 그 텍스트를 파일과 비교합니다.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read.</source>
+        <translation>%1을(를) 읽을 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>No line differs.</source>
+        <translation>다른 줄이 없습니다.</translation>
+    </message>
+    <message>
+        <source>Lines that differ: %1 of %2.</source>
+        <translation>다른 줄: %1/%2.</translation>
+    </message>
+    <message>
+        <source>Only the first %1 lines are shown.</source>
+        <translation>처음 %1줄만 표시됩니다.</translation>
     </message>
 </context>
 <context>
@@ -400,6 +554,69 @@ Qt %1, SQLite 및 libxml2를 사용합니다.</translation>
     <message>
         <source>Lists of the rule</source>
         <translation>규칙의 목록</translation>
+    </message>
+</context>
+<context>
+    <name>qmrules::desktop::EncodingBox</name>
+    <message>
+        <source>UTF-8, else ISO-8859-1</source>
+        <translation>UTF-8, 아니면 ISO-8859-1</translation>
+    </message>
+    <message>
+        <source>Unicode</source>
+        <translation>유니코드</translation>
+    </message>
+    <message>
+        <source>Western European</source>
+        <translation>서유럽</translation>
+    </message>
+    <message>
+        <source>Western European, Windows</source>
+        <translation>서유럽, Windows</translation>
+    </message>
+    <message>
+        <source>Japanese, Windows</source>
+        <translation>일본어, Windows</translation>
+    </message>
+    <message>
+        <source>Japanese, Unix</source>
+        <translation>일본어, Unix</translation>
+    </message>
+    <message>
+        <source>Korean</source>
+        <translation>한국어</translation>
+    </message>
+    <message>
+        <source>EBCDIC, North America</source>
+        <translation>EBCDIC, 북미</translation>
+    </message>
+    <message>
+        <source>EBCDIC, German</source>
+        <translation>EBCDIC, 독일어</translation>
+    </message>
+    <message>
+        <source>EBCDIC, international</source>
+        <translation>EBCDIC, 국제</translation>
+    </message>
+    <message>
+        <source>EBCDIC, Unix services</source>
+        <translation>EBCDIC, Unix 서비스</translation>
+    </message>
+    <message>
+        <source>EBCDIC, Japanese</source>
+        <translation>EBCDIC, 일본어</translation>
+    </message>
+    <message>
+        <source>EBCDIC, Korean</source>
+        <translation>EBCDIC, 한국어</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
+    </message>
+    <message>
+        <source>Encodings</source>
+        <translation>인코딩</translation>
     </message>
 </context>
 <context>
@@ -460,14 +677,6 @@ Qt %1, SQLite 및 libxml2를 사용합니다.</translation>
         <translation>다음 찾기</translation>
     </message>
     <message>
-        <source>Close (Esc)</source>
-        <translation>닫기 (Esc)</translation>
-    </message>
-    <message>
-        <source>Close</source>
-        <translation>닫기</translation>
-    </message>
-    <message>
         <source>Matches</source>
         <translation>일치 항목</translation>
     </message>
@@ -493,6 +702,29 @@ Qt %1, SQLite 및 libxml2를 사용합니다.</translation>
     </message>
 </context>
 <context>
+    <name>qmrules::desktop::FindingModel</name>
+    <message>
+        <source>Verdict</source>
+        <translation>판정</translation>
+    </message>
+    <message>
+        <source>Rule</source>
+        <translation>규칙</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>파일</translation>
+    </message>
+    <message>
+        <source>Old rows</source>
+        <translation>이전 행</translation>
+    </message>
+    <message>
+        <source>New rows</source>
+        <translation>새 행</translation>
+    </message>
+</context>
+<context>
     <name>qmrules::desktop::Locator</name>
     <message>
         <source>Locator</source>
@@ -515,20 +747,20 @@ Qt %1, SQLite 및 libxml2를 사용합니다.</translation>
         <translation>이름의 일부를 입력하십시오. 공백으로 구분하여 여러 부분을 입력할 수도 있습니다.</translation>
     </message>
     <message>
-        <source>Searching...</source>
-        <translation>검색 중...</translation>
-    </message>
-    <message>
         <source>No name matches.</source>
         <translation>일치하는 이름이 없습니다.</translation>
     </message>
     <message>
-        <source>Searching for better matches... Enter goes to the marked one.</source>
-        <translation>더 나은 항목을 찾는 중... Enter를 누르면 선택한 항목으로 이동합니다.</translation>
-    </message>
-    <message>
         <source>Enter goes to the marked one, Escape closes.</source>
         <translation>Enter를 누르면 선택한 항목으로 이동하고, Esc를 누르면 닫힙니다.</translation>
+    </message>
+    <message>
+        <source>Searching... %1 %</source>
+        <translation>찾는 중... %1 %</translation>
+    </message>
+    <message>
+        <source>Searching for better matches... %1 %. Enter goes to the marked one.</source>
+        <translation>더 나은 항목을 찾는 중... %1 %. Enter를 누르면 표시된 항목으로 이동합니다.</translation>
     </message>
 </context>
 <context>
@@ -568,6 +800,10 @@ Qt %1, SQLite 및 libxml2를 사용합니다.</translation>
         <source>Open Workspace</source>
         <translation>작업 영역 열기</translation>
     </message>
+    <message>
+        <source>Validation</source>
+        <translation>유효성 검사</translation>
+    </message>
 </context>
 <context>
     <name>qmrules::desktop::NewWorkspaceDialog</name>
@@ -594,10 +830,6 @@ Qt %1, SQLite 및 libxml2를 사용합니다.</translation>
     <message>
         <source>&amp;Encoding of the sources:</source>
         <translation>소스의 인코딩(&amp;E):</translation>
-    </message>
-    <message>
-        <source>UTF-8, else ISO-8859-1</source>
-        <translation>UTF-8, 아니면 ISO-8859-1</translation>
     </message>
     <message>
         <source>&amp;Create</source>
@@ -732,6 +964,25 @@ Qt %1, SQLite 및 libxml2를 사용합니다.</translation>
     </message>
 </context>
 <context>
+    <name>qmrules::desktop::ResultsPane</name>
+    <message>
+        <source>Filter by verdict, rule or file</source>
+        <translation>판정, 규칙, 파일로 필터링</translation>
+    </message>
+    <message>
+        <source>Results of the validation</source>
+        <translation>유효성 검사 결과</translation>
+    </message>
+    <message>
+        <source>No result has this text.</source>
+        <translation>이 텍스트가 있는 결과가 없습니다.</translation>
+    </message>
+    <message>
+        <source>No rule has been validated yet. Check rules and choose Validate.</source>
+        <translation>아직 유효성을 검사한 규칙이 없습니다. 규칙을 선택하고 유효성 검사를 실행하십시오.</translation>
+    </message>
+</context>
+<context>
     <name>qmrules::desktop::RowBar</name>
     <message>
         <source>&amp;Go to row:</source>
@@ -742,20 +993,16 @@ Qt %1, SQLite 및 libxml2를 사용합니다.</translation>
         <translation>행 번호</translation>
     </message>
     <message>
-        <source>Close (Esc)</source>
-        <translation>닫기 (Esc)</translation>
-    </message>
-    <message>
-        <source>Close</source>
-        <translation>닫기</translation>
-    </message>
-    <message>
         <source>of %1</source>
         <translation>/ %1</translation>
     </message>
     <message>
         <source>Rows go from 1 to %1.</source>
         <translation>행은 1부터 %1까지입니다.</translation>
+    </message>
+    <message>
+        <source>Rows</source>
+        <translation>행</translation>
     </message>
 </context>
 <context>
@@ -873,6 +1120,21 @@ Qt %1, SQLite 및 libxml2를 사용합니다.</translation>
     </message>
 </context>
 <context>
+    <name>qmrules::desktop::SplitterBar</name>
+    <message>
+        <source>Line between the left and the right pane</source>
+        <translation>왼쪽 창과 오른쪽 창 사이의 선</translation>
+    </message>
+    <message>
+        <source>Line between the upper and the lower pane</source>
+        <translation>위쪽 창과 아래쪽 창 사이의 선</translation>
+    </message>
+    <message>
+        <source>The arrow keys move it, Enter leads back</source>
+        <translation>화살표 키로 움직이고 Enter를 누르면 돌아갑니다</translation>
+    </message>
+</context>
+<context>
     <name>qmrules::desktop::StartPage</name>
     <message>
         <source>Business rules of legacy programs</source>
@@ -901,6 +1163,17 @@ Qt %1, SQLite 및 libxml2를 사용합니다.</translation>
     <message>
         <source>Last opened</source>
         <translation>최근에 연 항목</translation>
+    </message>
+</context>
+<context>
+    <name>qmrules::desktop::TextBar</name>
+    <message>
+        <source>Close (Esc)</source>
+        <translation>닫기(Esc)</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>닫기</translation>
     </message>
 </context>
 <context>
@@ -1035,6 +1308,22 @@ Qt %1, SQLite 및 libxml2를 사용합니다.</translation>
     <message>
         <source>&amp;About</source>
         <translation>정보(&amp;A)</translation>
+    </message>
+    <message>
+        <source>&amp;Validation</source>
+        <translation>유효성 검사(&amp;V)</translation>
+    </message>
+    <message>
+        <source>&amp;Move the Lines between Panes</source>
+        <translation>창 사이의 선 움직이기(&amp;M)</translation>
+    </message>
+    <message>
+        <source>Lar&amp;ger Pane</source>
+        <translation>창 크게(&amp;G)</translation>
+    </message>
+    <message>
+        <source>Sm&amp;aller Pane</source>
+        <translation>창 작게(&amp;A)</translation>
     </message>
 </context>
 <context>

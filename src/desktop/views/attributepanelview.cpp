@@ -18,7 +18,7 @@ namespace {
 
 constexpr int kRowGap = 4;
 constexpr int kLabelGap = 8;
-constexpr int kLeastRows = 3;
+constexpr int kLeastAttributes = 3;
 
 }  // namespace
 
@@ -154,7 +154,7 @@ void AttributePanelView::BringIntoSight(int index) {
 }
 
 QSize AttributePanelView::minimumSizeHint() const {
-  return {fontMetrics().averageCharWidth() * 24, kLeastRows * RowHeight()};
+  return {fontMetrics().averageCharWidth() * 24, kLeastAttributes * RowHeight()};
 }
 
 void AttributePanelView::resizeEvent(QResizeEvent* event) {

@@ -95,6 +95,10 @@ void ControlView::TakeFocus() {
   focus_->ShowActive();
 }
 
+void ControlView::GoToNextLine() {
+  panes_->GoToNextBar();
+}
+
 QWidget* ControlView::MakeObjects() {
   auto* const pane = new QWidget(this);
   auto* const column = Column(pane);
@@ -136,11 +140,11 @@ QWidget* ControlView::MakeSecondArea() {
   column->addWidget(Make(widgets_.lvTriggers, pane), 1);
   auto* const triggers = Line();
   auto* const label = static_cast<QLabel*>(Make(widgets_.lblTriggers, pane));
-  QWidget* const button = Make(widgets_.cmdSelectTrigger, pane);
-  label->setBuddy(button);
+  QWidget* const field = Make(widgets_.txtTriggers, pane);
+  label->setBuddy(field);
   triggers->addWidget(label);
-  triggers->addWidget(Make(widgets_.txtTriggers, pane), 1);
-  triggers->addWidget(button);
+  triggers->addWidget(field, 1);
+  triggers->addWidget(Make(widgets_.cmdSelectTrigger, pane));
   column->addLayout(triggers);
   column->addWidget(Make(widgets_.tsIOCond, pane));
   column->addWidget(Make(widgets_.lvIOElems, pane), 1);

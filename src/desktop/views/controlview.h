@@ -31,6 +31,9 @@ class ControlView final : public QWidget {
   // Brings the keyboard to the widget that has the control's focus, else to the tree.
   void TakeFocus();
 
+  // Brings the keyboard to the first line between the panes, to the next one, and back.
+  void GoToNextLine();
+
   // The view of the widget, or nullptr.
   QWidget* ViewOf(const platform::widgets::Widget& model) const;
 

@@ -19,7 +19,7 @@ QIcon Drawn(const QByteArray& svg) {
   const QIcon drawing = SvgIcon(svg);
   QIcon icon;
   for (const int size : kSizes) {
-    for (const auto mode : {QIcon::Normal, QIcon::Disabled})
+    for (const auto mode : {QIcon::Normal, QIcon::Disabled, QIcon::Selected})
       icon.addPixmap(drawing.pixmap(QSize(size, size), mode), mode);
   }
   return icon;

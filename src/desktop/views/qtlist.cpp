@@ -1,18 +1,16 @@
 #include "desktop/views/qtlist.h"
 
-#include <QContextMenuEvent>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScopedValueRollback>
 #include <algorithm>
+#include <numeric>
+#include <utility>
 
-#include "desktop/views/rowdelegate.h"
 #include "desktop/views/userkeys.h"
 
 namespace qmrules::desktop {
 
-using platform::widgets::Key;
 using platform::widgets::ListRow;
 using platform::widgets::ListView;
 using platform::widgets::ShiftState;
@@ -22,32 +20,51 @@ namespace {
 constexpr int kLeastRows = 2;
 constexpr int kRowsWished = 6;
 constexpr int kRowPadding = 6;
+constexpr int kLettersWished = 60;
+constexpr int kMostLettersWished = 130;
+
+// Each column gets what it needs, but no more than its even share of what those that need less have left. What is left
+// in the end is shared evenly.
+std::vector<int> SharesOf(int room, const std::vector<int>& needs) {
+  std::vector<std::size_t> byNeed(needs.size());
+  std::iota(byNeed.begin(), byNeed.end(), std::size_t{0});
+  std::ranges::stable_sort(byNeed, {}, [&](std::size_t column) { return needs[column]; });
+  std::vector<int> shares(needs.size());
+  int columnsLeft = static_cast<int>(needs.size());
+  for (const std::size_t column : byNeed) {
+    shares[column] = std::min(needs[column], room / columnsLeft--);
+    room -= shares[column];
+  }
+  for (int& share : shares) share += room / static_cast<int>(needs.size());
+  return shares;
+}
 
 }  // namespace
 
 QtList::QtList(FocusBridge& focus, ListView& model, QWidget* parent)
-    : QTreeView(parent), model_(model), items_(model), binding_(focus, model, *this, WidgetBinding::Acting::View) {
+    : RowView(model, parent), model_(model), items_(model), binding_(focus, model, *this, WidgetBinding::Acting::View) {
   setModel(&items_);
-  setItemDelegate(new RowDelegate(this));
   setRootIsDecorated(false);
   setItemsExpandable(false);
-  setUniformRowHeights(true);
   setAllColumnsShowFocus(true);
-  setEditTriggers(QAbstractItemView::NoEditTriggers);
-  setAutoScroll(false);
   header()->setSectionsMovable(false);
   header()->setStretchLastSection(true);
   header()->setMinimumSectionSize(fontMetrics().averageCharWidth() * 4);
-  connect(header(), &QHeaderView::sectionResized, this, [this] {
-    if (!sharing_) widthsAreTheUsers_ = true;
+  connect(header(), &QHeaderView::sectionResized, this, [this](int column) {
+    // The last one fills what the others leave.
+    if (!sharing_ && column + 1 < items_.columnCount()) widthsAreTheUsers_ = true;
   });
+  for (const auto change : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved}) {
+    connect(&items_, change, this, &QtList::ShareOutWidthLater);
+  }
   subscriptions_.push_back(model.OnChanged.Subscribe([this] { Show(); }));
   subscriptions_.push_back(model.OnSelectionChanged.Subscribe([this] { ShowSelection(); }));
   subscriptions_.push_back(model.OnRowsRemoved.Subscribe([this] { ShowSelection(); }));
   subscriptions_.push_back(
       model.OnEnsureVisible.Subscribe([this](ListRow& row) { scrollTo(items_.index(items_.PlaceOf(&row), 0)); }));
   Show();
-  ShowSelection();
+  QtList::ShowSelection();
+  WatchSelection();
 }
 
 QSize QtList::minimumSizeHint() const {
@@ -57,7 +74,11 @@ QSize QtList::minimumSizeHint() const {
 
 QSize QtList::sizeHint() const {
   const int row = fontMetrics().height() + kRowPadding;
-  return {fontMetrics().averageCharWidth() * 60, header()->sizeHint().height() + kRowsWished * row + 2 * frameWidth()};
+  const std::vector<int> needs = WidthsNeeded();
+  const int letter = fontMetrics().averageCharWidth();
+  const int width = std::clamp(std::accumulate(needs.begin(), needs.end(), 4 * letter), kLettersWished * letter,
+                               kMostLettersWished * letter);
+  return {width, header()->sizeHint().height() + kRowsWished * row + 2 * frameWidth()};
 }
 
 void QtList::Show() {
@@ -65,12 +86,33 @@ void QtList::Show() {
   ShareOutWidth();
 }
 
-// Until the user draws a column wider, the columns share the width evenly.
+// Of the texts that are in sight, and of the headers.
+std::vector<int> QtList::WidthsNeeded() const {
+  std::vector<int> needs;
+  for (int column = 0; column < items_.columnCount(); ++column) {
+    needs.push_back(std::max(sizeHintForColumn(column), header()->sectionSizeHint(column)));
+  }
+  return needs;
+}
+
+// Until the user draws a column wider.
 void QtList::ShareOutWidth() {
-  const int columns = items_.columnCount();
-  if (widthsAreTheUsers_ || columns == 0) return;
+  if (widthsAreTheUsers_ || items_.columnCount() == 0) return;
+  const std::vector<int> shares = SharesOf(viewport()->width(), WidthsNeeded());
   const QScopedValueRollback<bool> sharing(sharing_, true);
-  for (int column = 0; column + 1 < columns; ++column) setColumnWidth(column, viewport()->width() / columns);
+  for (std::size_t column = 0; column + 1 < shares.size(); ++column) {
+    setColumnWidth(static_cast<int>(column), shares[column]);
+  }
+}
+
+// Rows come many at a time.
+void QtList::ShareOutWidthLater() {
+  if (std::exchange(sharesLater_, true)) return;
+  const auto share = [this] {
+    sharesLater_ = false;
+    ShareOutWidth();
+  };
+  QMetaObject::invokeMethod(this, share, Qt::QueuedConnection);
 }
 
 void QtList::resizeEvent(QResizeEvent* event) {
@@ -80,7 +122,7 @@ void QtList::resizeEvent(QResizeEvent* event) {
 }
 
 void QtList::ShowSelection() {
-  const QScopedValueRollback<bool> showing(showing_, true);
+  const ShowingSelection showing(*this);
   QItemSelection selection;
   const int rows = items_.rowCount();
   const int last = items_.columnCount() - 1;
@@ -96,18 +138,19 @@ void QtList::ShowSelection() {
                                     QItemSelectionModel::NoUpdate);
 }
 
-// Only the model selects.
-QItemSelectionModel::SelectionFlags QtList::selectionCommand(const QModelIndex&, const QEvent*) const {
-  return QItemSelectionModel::NoUpdate;
-}
-
-bool QtList::IsOnCheckBox(const QPoint& point, const QModelIndex& index) const {
-  if (!model_.CheckBoxes() || index.column() != 0) return false;
-  QStyleOptionViewItem option;
-  initViewItemOption(&option);
-  option.rect = visualRect(index);
-  option.features |= QStyleOptionViewItem::HasCheckIndicator;
-  return style()->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &option, this).contains(point);
+void QtList::TakeSelection() {
+  std::vector<ListRow*> changed;
+  for (int place = 0; place < items_.rowCount(); ++place) {
+    ListRow* const row = items_.RowAt(items_.index(place, 0));
+    const bool isSelected = selectionModel()->isSelected(items_.index(place, 0));
+    const bool isChanged = model_.MultiSelect() ? isSelected != row->Selected() : isSelected && !row->Selected();
+    if (isChanged) changed.push_back(row);
+  }
+  // The user's own way to change one row's selection and leave the others.
+  const ShiftState shift{.ctrl = model_.MultiSelect()};
+  for (ListRow* const row : changed) {
+    if (items_.PlaceOf(row) >= 0) model_.Click(*row, shift);
+  }
 }
 
 void QtList::mousePressEvent(QMouseEvent* event) {
@@ -117,7 +160,7 @@ void QtList::mousePressEvent(QMouseEvent* event) {
   if (event->button() == Qt::RightButton) {
     model_.RightClick(row);
   } else if (event->button() == Qt::LeftButton && row != nullptr) {
-    if (IsOnCheckBox(point, index)) {
+    if (model_.CheckBoxes() && index.column() == 0 && IsOnCheckBox(point, index)) {
       model_.ClickCheckBox(*row);
     } else {
       model_.Click(*row, ShiftOf(event->modifiers()));
@@ -130,45 +173,11 @@ void QtList::mouseDoubleClickEvent(QMouseEvent* event) {
   if (event->button() == Qt::LeftButton && row != nullptr) model_.DoubleClick(*row);
 }
 
-void QtList::mouseReleaseEvent(QMouseEvent*) {}
-
-// A drag with a button down would select.
-void QtList::mouseMoveEvent(QMouseEvent* event) {
-  if (event->buttons() == Qt::NoButton) QTreeView::mouseMoveEvent(event);
-}
-
 void QtList::GoTo(const QModelIndex& index, ShiftState shift) {
   ListRow* const row = items_.RowAt(index);
   if (row == nullptr || row == model_.CurrentRow()) return;
   model_.Click(*row, shift);
   scrollTo(items_.index(index.row(), 0));
-}
-
-void QtList::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown) {
-    const auto move = event->key() == Qt::Key_PageUp ? MovePageUp : MovePageDown;
-    GoTo(moveCursor(move, Qt::NoModifier), ShiftOf(event->modifiers() & Qt::ShiftModifier));
-    return;
-  }
-  const bool letter = !event->text().isEmpty() && event->text().front().isPrint() &&
-                      (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) == 0;
-  if (letter) {
-    keyboardSearch(event->text());
-  } else {
-    event->ignore();
-  }
-}
-
-void QtList::keyboardSearch(const QString& search) {
-  QTreeView::keyboardSearch(search);
-  GoTo(currentIndex(), {});
-  ShowSelection();
-}
-
-// The right button has been told of when it went down; this is the keyboard's way.
-void QtList::contextMenuEvent(QContextMenuEvent* event) {
-  event->accept();
-  if (event->reason() == QContextMenuEvent::Keyboard) model_.PressKey(Key::F10, {.shift = true});
 }
 
 }  // namespace qmrules::desktop

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <QTreeView>
 #include <vector>
 
 #include "desktop/views/listmodel.h"
+#include "desktop/views/rowview.h"
 #include "desktop/views/widgetbinding.h"
 #include "platform/widgets/listview.h"
 
@@ -11,7 +11,7 @@ namespace qmrules::desktop {
 
 // Shows a list with its columns. Each press and key goes to the model as its user's action, and what the model then is,
 // is shown.
-class QtList final : public QTreeView {
+class QtList final : public RowView {
  public:
   QtList(FocusBridge& focus, platform::widgets::ListView& model, QWidget* parent);
 
@@ -20,28 +20,24 @@ class QtList final : public QTreeView {
   QSize minimumSizeHint() const override;
 
  protected:
+  void GoTo(const QModelIndex& index, platform::widgets::ShiftState shift) override;
+  void TakeSelection() override;
+  void ShowSelection() override;
   void mousePressEvent(QMouseEvent* event) override;
-  void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
-  void mouseMoveEvent(QMouseEvent* event) override;
-  void keyPressEvent(QKeyEvent* event) override;
-  void contextMenuEvent(QContextMenuEvent* event) override;
-  void keyboardSearch(const QString& search) override;
   void resizeEvent(QResizeEvent* event) override;
-  QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index, const QEvent* event) const override;
 
  private:
   void Show();
-  void ShowSelection();
+  std::vector<int> WidthsNeeded() const;
   void ShareOutWidth();
-  void GoTo(const QModelIndex& index, platform::widgets::ShiftState shift);
-  bool IsOnCheckBox(const QPoint& point, const QModelIndex& index) const;
+  void ShareOutWidthLater();
 
   platform::widgets::ListView& model_;
   ListModel items_;
   WidgetBinding binding_;
-  bool showing_ = false;
   bool sharing_ = false;
+  bool sharesLater_ = false;
   bool widthsAreTheUsers_ = false;
   std::vector<platform::Subscription> subscriptions_;
 };

@@ -1,10 +1,12 @@
 #include "desktop/views/qtsplitter.h"
 
+#include <QApplication>
 #include <QScopedValueRollback>
 #include <QVBoxLayout>
 #include <algorithm>
 
 #include "desktop/views/qttext.h"
+#include "desktop/views/splitterbar.h"
 
 namespace qmrules::desktop {
 
@@ -39,6 +41,8 @@ class QtSplitter::Division final : public QSplitter {
   }
 
  protected:
+  QSplitterHandle* createHandle() override { return new SplitterBar(orientation(), this); }
+
   void resizeEvent(QResizeEvent* event) override {
     QSplitter::resizeEvent(event);
     ShowShare(share_);
@@ -136,6 +140,30 @@ void QtSplitter::Show() {
   }
   top_->show();
   ShowShares(model_.Root());
+}
+
+// Those in sight, from the outside inwards.
+void QtSplitter::CollectBars(const Pane& pane, std::vector<SplitterBar*>& bars) const {
+  if (pane.first == nullptr) return;
+  auto* const bar = static_cast<SplitterBar*>(divisions_.at(pane.name)->handle(1));
+  if (bar->isVisible()) bars.push_back(bar);
+  CollectBars(*pane.first, bars);
+  CollectBars(*pane.second, bars);
+}
+
+void QtSplitter::GoToNextBar() {
+  std::vector<SplitterBar*> bars;
+  if (model_.On()) CollectBars(model_.Root(), bars);
+  if (bars.empty()) return;
+  QWidget* const now = QApplication::focusWidget();
+  const auto current = std::ranges::find(bars, now);
+  if (current == bars.end()) {
+    bars.front()->TakeKeyboard(now);
+  } else if (current + 1 != bars.end()) {
+    (*(current + 1))->TakeKeyboard((*current)->Before());
+  } else {
+    (*current)->GiveKeyboardBack();
+  }
 }
 
 void QtSplitter::SetEmpty(const std::string& pane, bool empty) {

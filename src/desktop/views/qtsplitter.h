@@ -12,6 +12,8 @@
 
 namespace qmrules::desktop {
 
+class SplitterBar;
+
 // Shows the layout of a splitter by splitters within each other. A pane that is empty leaves its room to the other one
 // of its division, unless that one is empty too or the pane is divided itself.
 class QtSplitter final : public QWidget {
@@ -23,6 +25,9 @@ class QtSplitter final : public QWidget {
   // Tells by its name whether a pane has something to show now.
   void SetEmpty(const std::string& pane, bool empty);
 
+  // Brings the keyboard to the first bar, from there to the next one, and from the last one back to where it was.
+  void GoToNextBar();
+
  private:
   using Pane = platform::widgets::Splitter::Pane;
   class Division;
@@ -32,6 +37,7 @@ class QtSplitter final : public QWidget {
   QWidget* Make(const Pane& pane);
   void ShowShares(const Pane& pane);
   bool IsEmptyLeaf(const Pane& pane) const;
+  void CollectBars(const Pane& pane, std::vector<SplitterBar*>& bars) const;
   static std::string ShapeOf(const Pane& pane);
 
   platform::widgets::Splitter& model_;

@@ -1,31 +1,24 @@
 #include "desktop/views/qttree.h"
 
-#include <QContextMenuEvent>
-#include <QKeyEvent>
 #include <QMouseEvent>
-#include <QScopedValueRollback>
 
-#include "desktop/views/qttext.h"
-#include "desktop/views/rowdelegate.h"
 #include "platform/widgets/treenodehandle.h"
 
 namespace qmrules::desktop {
 
-using platform::widgets::Key;
+using platform::widgets::ShiftState;
 using platform::widgets::TreeNode;
 using platform::widgets::TreeNodeHandle;
 using platform::widgets::TreeView;
 
 QtTree::QtTree(FocusBridge& focus, TreeView& model, QWidget* parent)
-    : QTreeView(parent), model_(model), items_(model), binding_(focus, model, *this, WidgetBinding::Acting::View) {
+    : RowView(model, parent), model_(model), items_(model), binding_(focus, model, *this, WidgetBinding::Acting::View) {
   setModel(&items_);
-  setItemDelegate(new RowDelegate(this));
   setHeaderHidden(true);
-  setUniformRowHeights(true);
-  setEditTriggers(QAbstractItemView::NoEditTriggers);
   setSelectionMode(QAbstractItemView::SingleSelection);
+  // Qt's screen reader interface selects a row below another one wrongly where whole rows are selected.
+  setSelectionBehavior(QAbstractItemView::SelectItems);
   setExpandsOnDoubleClick(false);
-  setAutoScroll(false);
   setTextElideMode(Qt::ElideRight);
   subscriptions_.push_back(model.OnNodeChanged.Subscribe([this](TreeNode& node) { ShowExpanded(node); }));
   subscriptions_.push_back(model.OnSelectionChanged.Subscribe([this] { ShowSelection(); }));
@@ -36,7 +29,8 @@ QtTree::QtTree(FocusBridge& focus, TreeView& model, QWidget* parent)
   for (TreeNode* node = model.First(); node != nullptr; node = node->NextInOrder()) {
     if (node->Expanded()) ShowExpanded(*node);
   }
-  ShowSelection();
+  QtTree::ShowSelection();
+  WatchSelection();
 }
 
 QtTree::~QtTree() {
@@ -50,27 +44,26 @@ void QtTree::ShowExpanded(const TreeNode& node) {
 
 void QtTree::ShowSelection() {
   const QModelIndex index = items_.IndexOf(model_.SelectedNode());
-  if (currentIndex() == index && selectionModel()->isSelected(index)) return;
-  const QScopedValueRollback<bool> showing(showing_, true);
+  const QModelIndexList shown = selectionModel()->selectedIndexes();
+  if (currentIndex() == index && (index.isValid() ? shown == QModelIndexList{index} : shown.isEmpty())) return;
+  const ShowingSelection showing(*this);
   selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
 }
 
-// Only the model selects.
-QItemSelectionModel::SelectionFlags QtTree::selectionCommand(const QModelIndex&, const QEvent*) const {
-  return showing_ ? QItemSelectionModel::ClearAndSelect : QItemSelectionModel::NoUpdate;
+void QtTree::TakeSelection() {
+  for (const QModelIndex& index : selectionModel()->selectedIndexes()) {
+    if (items_.NodeAt(index) == model_.SelectedNode()) continue;
+    GoTo(index, {});
+    return;
+  }
 }
 
 QtTree::Place QtTree::PlaceAt(const QPoint& point, const QModelIndex& index) const {
   if (!index.isValid()) return Place::Beside;
-  QStyleOptionViewItem option;
-  initViewItemOption(&option);
-  option.rect = visualRect(index);
-  option.features |= QStyleOptionViewItem::HasCheckIndicator;
-  const bool fromRight = isRightToLeft();
-  const int beforeItem = fromRight ? point.x() - option.rect.right() : option.rect.left() - point.x();
+  const QRect item = visualRect(index);
+  const int beforeItem = isRightToLeft() ? point.x() - item.right() : item.left() - point.x();
   if (beforeItem > 0 && beforeItem <= indentation() && items_.hasChildren(index)) return Place::Sign;
-  const QRect box = style()->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &option, this);
-  return box.contains(point) ? Place::CheckBox : Place::Text;
+  return IsOnCheckBox(point, index) ? Place::CheckBox : Place::Text;
 }
 
 void QtTree::Press(const QMouseEvent& event, bool twice) {
@@ -113,14 +106,7 @@ void QtTree::mouseDoubleClickEvent(QMouseEvent* event) {
   Press(*event, true);
 }
 
-void QtTree::mouseReleaseEvent(QMouseEvent*) {}
-
-// A drag with a button down would select.
-void QtTree::mouseMoveEvent(QMouseEvent* event) {
-  if (event->buttons() == Qt::NoButton) QTreeView::mouseMoveEvent(event);
-}
-
-void QtTree::GoTo(const QModelIndex& index) {
+void QtTree::GoTo(const QModelIndex& index, ShiftState) {
   TreeNode* const node = items_.NodeAt(index);
   if (node == nullptr || node == model_.SelectedNode()) return;
   const TreeNodeHandle shown(node);
@@ -128,37 +114,10 @@ void QtTree::GoTo(const QModelIndex& index) {
   if (shown.Get() != nullptr) scrollTo(items_.IndexOf(node));
 }
 
-void QtTree::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown) {
-    GoTo(moveCursor(event->key() == Qt::Key_PageUp ? MovePageUp : MovePageDown, Qt::NoModifier));
-    return;
-  }
-  const bool letter = !event->text().isEmpty() && event->text().front().isPrint() &&
-                      (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) == 0;
-  if (letter) {
-    keyboardSearch(event->text());
-  } else {
-    event->ignore();
-  }
-}
-
-// Qt looks for the row that begins so, and makes it its current one; the model goes there as by a click.
-void QtTree::keyboardSearch(const QString& search) {
-  QTreeView::keyboardSearch(search);
-  GoTo(currentIndex());
-  ShowSelection();
-}
-
 // Rows that were measured before there was a place for them have no height.
 void QtTree::resizeEvent(QResizeEvent* event) {
   QTreeView::resizeEvent(event);
   if (items_.rowCount() > 0 && rowHeight(items_.index(0, 0)) <= 0) scheduleDelayedItemsLayout();
-}
-
-// The right button has been told of when it went down; this is the keyboard's way.
-void QtTree::contextMenuEvent(QContextMenuEvent* event) {
-  event->accept();
-  if (event->reason() == QContextMenuEvent::Keyboard) model_.PressKey(Key::F10, {.shift = true});
 }
 
 }  // namespace qmrules::desktop

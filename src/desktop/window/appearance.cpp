@@ -2,12 +2,20 @@
 
 #include <QApplication>
 #include <QFontInfo>
+#include <QPainter>
 #include <QProxyStyle>
 #include <QStyleFactory>
+#include <QStyleOption>
+
+#include "desktop/icons/iconset.h"
 
 namespace qmrules::desktop {
 
 namespace {
+
+constexpr int kTitleIndent = 4;
+constexpr int kFieldOutline = 90;  // how strong, of 255
+constexpr int kMarkOutline = 150;
 
 struct SchemeColors {
   QRgb window, windowText, base, alternateBase, text, placeholder, button, buttonText, brightText;
@@ -62,7 +70,52 @@ constexpr SchemeColors kDark{.window = 0xff24272c,
                              .disabledText = 0xff7b828d,
                              .disabledHighlight = 0xff454a52};
 
-// Captions alone: the system's pictures on buttons belong to no scheme.
+// The product's own picture for one of the style's, or nullptr.
+const char* OwnPicture(QStyle::StandardPixmap picture) {
+  switch (picture) {
+    case QStyle::SP_MessageBoxQuestion:
+      return "Question";
+    case QStyle::SP_MessageBoxInformation:
+      return "Information";
+    case QStyle::SP_MessageBoxWarning:
+      return "Warning";
+    case QStyle::SP_MessageBoxCritical:
+      return "Error";
+    default:
+      return nullptr;
+  }
+}
+
+// The outline of what is marked or typed in. The style draws it darker than the window, which on a dark one nobody
+// sees.
+void DrawOutline(QStyle::PrimitiveElement element, const QStyleOption& option, QPainter& painter) {
+  const bool isRound = element == QStyle::PE_IndicatorRadioButton;
+  const bool isBox = element == QStyle::PE_IndicatorCheckBox;  // those of lists are drawn as such
+  const bool isField = element == QStyle::PE_FrameLineEdit;
+  const bool isDark =
+      option.palette.color(QPalette::Window).lightness() < option.palette.color(QPalette::WindowText).lightness();
+  const bool hasFocus = option.state.testFlag(QStyle::State_HasFocus);
+  if (!isDark || (!isRound && !isBox && !isField) || (isField && hasFocus)) return;
+  QColor color = option.palette.color(QPalette::WindowText);
+  color.setAlpha(isField ? kFieldOutline : kMarkOutline);
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing, isRound || isField);
+  painter.setPen(color);
+  painter.setBrush(Qt::NoBrush);
+  const QRectF edge = QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5);
+  if (isRound) {
+    painter.drawEllipse(edge);
+  } else if (isField) {
+    painter.drawRoundedRect(edge, 2, 2);
+  } else {
+    painter.drawRect(option.rect.adjusted(0, 0, -1, -1));
+  }
+  painter.restore();
+}
+
+// The titles of panes in the letters of the window, which the style keeps at their first size; pictures in the colours
+// of the scheme; outlines that are seen in the dark one; and buttons with captions alone, since the system's pictures
+// for them belong to no scheme.
 class HouseStyle final : public QProxyStyle {
  public:
   HouseStyle() : QProxyStyle(QStyleFactory::create("Fusion")) {}
@@ -70,6 +123,33 @@ class HouseStyle final : public QProxyStyle {
                 QStyleHintReturn* returnData) const override {
     if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
     return QProxyStyle::styleHint(hint, option, widget, returnData);
+  }
+
+  QIcon standardIcon(StandardPixmap picture, const QStyleOption* option, const QWidget* widget) const override {
+    const char* const own = OwnPicture(picture);
+    return own == nullptr ? QProxyStyle::standardIcon(picture, option, widget)
+                          : IconSet(QApplication::palette()).Icon(own);
+  }
+
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+    DrawOutline(element, *option, *painter);
+  }
+
+  void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                   const QWidget* widget) const override {
+    const auto* const title = qstyleoption_cast<const QStyleOptionDockWidget*>(option);
+    if (element != CE_DockWidgetTitle || title == nullptr || title->verticalTitleBar || widget == nullptr) {
+      QProxyStyle::drawControl(element, option, painter, widget);
+      return;
+    }
+    const QRect room = subElementRect(SE_DockWidgetTitleBarText, option, widget).adjusted(kTitleIndent, 0, 0, 0);
+    painter->save();
+    painter->setFont(widget->font());
+    const QString shown = painter->fontMetrics().elidedText(title->title, Qt::ElideRight, room.width());
+    drawItemText(painter, room, Qt::AlignLeft | Qt::AlignVCenter, title->palette, true, shown, QPalette::WindowText);
+    painter->restore();
   }
 };
 

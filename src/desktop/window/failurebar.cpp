@@ -35,8 +35,7 @@ FailureBar::FailureBar(QWidget* parent)
   layout->addWidget(text_, 1);
   layout->addWidget(copy_);
   layout->addWidget(close_);
-  const int size = style()->pixelMetric(QStyle::PM_SmallIconSize);
-  icon_->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(size, size));
+  RenewPicture();
   text_->setTextFormat(Qt::PlainText);
   text_->setWordWrap(true);
   text_->setForegroundRole(QPalette::ToolTipText);
@@ -61,8 +60,14 @@ void FailureBar::Retranslate() {
   ShowTexts();
 }
 
+void FailureBar::RenewPicture() {
+  const int size = style()->pixelMetric(QStyle::PM_SmallIconSize);
+  icon_->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(size, size));
+}
+
 void FailureBar::changeEvent(QEvent* event) {
   QFrame::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) RenewPicture();
   if (event->type() == QEvent::LanguageChange) Retranslate();
 }
 

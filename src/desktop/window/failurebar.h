@@ -26,6 +26,7 @@ class FailureBar final : public QFrame {
 
  private:
   void Retranslate();
+  void RenewPicture();
   void ShowTexts();
 
   QStringList texts_;

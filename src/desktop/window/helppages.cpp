@@ -14,7 +14,9 @@ namespace qmrules::desktop {
 
 namespace {
 
-constexpr QSize kPageSize(560, 560);
+// Of the page, in letters and lines, so that it grows with them.
+constexpr int kLettersWide = 93;
+constexpr int kLinesHigh = 40;
 constexpr int kSignSize = 64;
 
 class Pages {
@@ -70,7 +72,7 @@ void ShowKeyboardPage(const std::vector<WindowMenus::Shortcut>& shortcuts, QWidg
   auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Close, &page);
   QObject::connect(buttons, &QDialogButtonBox::rejected, &page, &QDialog::reject);
   layout->addWidget(buttons);
-  page.resize(kPageSize);
+  page.resize(kLettersWide * page.fontMetrics().averageCharWidth(), kLinesHigh * page.fontMetrics().lineSpacing());
   page.exec();
 }
 

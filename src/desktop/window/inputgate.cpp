@@ -54,6 +54,14 @@ bool IsRequest(QEvent::Type type) {
 }  // namespace
 
 void InputGate::LetPaint() {
+  HandleEvents(QEventLoop::AllEvents);
+}
+
+void InputGate::LetPaintOnly() {
+  HandleEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+void InputGate::HandleEvents(QEventLoop::ProcessEventsFlags which) {
   if (within_) return;
   struct Open {
     explicit Open(InputGate& gate) : gate(gate) {
@@ -66,7 +74,7 @@ void InputGate::LetPaint() {
     }
     InputGate& gate;
   } const open(*this);
-  QCoreApplication::processEvents();
+  QCoreApplication::processEvents(which);
 }
 
 bool InputGate::eventFilter(QObject* watched, QEvent* event) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QEventLoop>
 #include <QObject>
 #include <functional>
 
@@ -17,11 +18,16 @@ class InputGate final : public QObject {
 
   // Handles the events that wait. Does nothing within itself.
   void LetPaint();
+  // The same, but what is typed and clicked waits for the end of the work, as it does in a window that is not painted:
+  // for work that shows no display, of which the user knows nothing.
+  void LetPaintOnly();
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  void HandleEvents(QEventLoop::ProcessEventsFlags which);
+
   QWidget& open_;
   std::function<void()> escape_;
   bool within_ = false;

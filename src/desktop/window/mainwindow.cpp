@@ -14,7 +14,9 @@
 #include <QVBoxLayout>
 
 #include "desktop/icons/iconset.h"
+#include "desktop/options/folderoptions.h"
 #include "desktop/options/optionswindow.h"
+#include "desktop/results/resultspane.h"
 #include "desktop/source/sourceview.h"
 #include "desktop/views/qttext.h"
 #include "desktop/window/failurebar.h"
@@ -35,6 +37,7 @@ namespace {
 constexpr QSize kFirstSize(1440, 900);
 constexpr int kProgramsWidth = 220;  // of the first layout
 constexpr int kRulesWidth = 640;
+constexpr int kPaneStep = 40;         // by which a key makes a pane larger
 constexpr int kNoteTime = 15000;      // milliseconds
 constexpr int kQuietAfterBox = 2000;  // milliseconds in which the same failure does not open a box again
 
@@ -91,7 +94,11 @@ void MainWindow::MakePlaces() {
       desk_->ShowControl(false);
     }
   });
-  menus_->SetDockActions({programsDock_->toggleViewAction(), rulesDock_->toggleViewAction()});
+  resultsDock_ = MakeDock("resultsDock", Qt::BottomDockWidgetArea);
+  results_ = new ResultsPane(resultsDock_);
+  resultsDock_->setWidget(results_);
+  menus_->SetDockActions(
+      {programsDock_->toggleViewAction(), rulesDock_->toggleViewAction(), resultsDock_->toggleViewAction()});
 
   progress_ = new ProgressPanel(statusBar());
   statusBar()->addPermanentWidget(progress_);
@@ -128,6 +135,10 @@ void MainWindow::ConnectMenus() {
   });
   connect(menus_->showSource, &QAction::triggered, this, [this] { desk_->FocusSource(); });
   connect(menus_->showRules, &QAction::triggered, this, [this] { desk_->FocusControl(); });
+  connect(menus_->showResults, &QAction::triggered, this, [this] {
+    ShowResults();
+    results_->FocusList();
+  });
   connect(menus_->keyboard, &QAction::triggered, this, [this] { ShowKeyboardPage(menus_->Shortcuts(), this); });
   connect(menus_->about, &QAction::triggered, this, [this] { ShowAboutPage(this); });
 }
@@ -138,6 +149,9 @@ void MainWindow::ConnectViewMenu() {
   connect(menus_->smallerFont, &QAction::triggered, this,
           [this] { Attempt([this] { UseFontSize(process_.appearance.FontSize() - 1); }); });
   connect(menus_->systemFont, &QAction::triggered, this, [this] { Attempt([this] { UseFontSize(0); }); });
+  connect(menus_->paneLines, &QAction::triggered, this, [this] { desk_->GoToNextPaneLine(); });
+  connect(menus_->largerPane, &QAction::triggered, this, [this] { EnlargePane(kPaneStep); });
+  connect(menus_->smallerPane, &QAction::triggered, this, [this] { EnlargePane(-kPaneStep); });
   connect(menus_->firstLayout, &QAction::triggered, this, &MainWindow::LayOutFirst);
   connect(menus_, &WindowMenus::LanguageChosen, this,
           [this](shell::Language language) { Attempt([&] { UseLanguage(language); }); });
@@ -153,6 +167,7 @@ void MainWindow::ConnectViewMenu() {
 void MainWindow::Retranslate() {
   programsDock_->setWindowTitle(tr("Programs"));
   rulesDock_->setWindowTitle(tr("Business Rules"));
+  resultsDock_->setWindowTitle(tr("Validation"));
   menus_->Retranslate();
   const QString product = tr("QMRules Workbench");
   if (!desk_) {
@@ -230,8 +245,12 @@ void MainWindow::OpenWorkspace(const QString& folder) {
     desk_ = std::make_unique<WorkspaceDesk>(
         FromQt(path), ServicesWithDialogs(),
         WorkspaceSession::Screen{.dialogs = dialogs_, .pointer = pointer_, .progress = *progress_},
-        WorkspaceDesk::Places{
-            .window = *this, .centre = *centre_, .rules = *rulesDock_, .programs = *programs_, .status = *status_});
+        WorkspaceDesk::Places{.window = *this,
+                              .centre = *centre_,
+                              .rules = *rulesDock_,
+                              .programs = *programs_,
+                              .results = *results_,
+                              .status = *status_});
     ConnectDesk();
     StartControl();
   });
@@ -253,6 +272,7 @@ void MainWindow::ConnectDesk() {
           [this](const QString& text) { statusBar()->showMessage(text, kNoteTime); });
   connect(desk_.get(), &WorkspaceDesk::Refused, this, &MainWindow::Refuse);
   connect(desk_.get(), &WorkspaceDesk::Failed, failures_, &FailureBar::Tell);
+  connect(desk_.get(), &WorkspaceDesk::Validated, this, &MainWindow::ShowResults);
   menus_->SetSourceActions(desk_->Source().Actions());
 }
 
@@ -288,7 +308,9 @@ void MainWindow::ShowDesk(bool show) {
     dock->toggleViewAction()->setEnabled(show);
     dock->setVisible(show);
   }
-  menus_->firstLayout->setEnabled(show);
+  // There are no results yet.
+  resultsDock_->toggleViewAction()->setEnabled(show);
+  resultsDock_->hide();
   if (!show) {
     centre_->setCurrentWidget(startPage_);
     return;
@@ -296,17 +318,45 @@ void MainWindow::ShowDesk(bool show) {
   Attempt([this] {
     if (const QByteArray layout = preferences_.Layout(); layout.isEmpty() || !restoreState(layout)) LayOutFirst();
   });
+  // The layout may come from a run that had results.
+  resultsDock_->hide();
   programs_->FocusFilter();
 }
 
 void MainWindow::LayOutFirst() {
   addDockWidget(Qt::LeftDockWidgetArea, programsDock_);
   addDockWidget(Qt::RightDockWidgetArea, rulesDock_);
+  addDockWidget(Qt::BottomDockWidgetArea, resultsDock_);
+  resultsDock_->setFloating(false);
+  resultsDock_->setVisible(results_->HasReport());
   for (auto* const dock : {programsDock_, rulesDock_}) {
     dock->setFloating(false);
     dock->show();
   }
   resizeDocks({programsDock_, rulesDock_}, {kProgramsWidth, kRulesWidth}, Qt::Horizontal);
+}
+
+void MainWindow::ShowResults() {
+  resultsDock_->show();
+  resultsDock_->raise();
+}
+
+// The pane with the keyboard; the source, in the middle, takes its room from the rules and gives it back to them.
+void MainWindow::EnlargePane(int by) {
+  QWidget* at = QApplication::focusWidget();
+  while (at != nullptr && qobject_cast<QDockWidget*>(at) == nullptr) at = at->parentWidget();
+  auto* const own = qobject_cast<QDockWidget*>(at);
+  QDockWidget& dock = own == nullptr ? *rulesDock_ : *own;
+  const int growth = own == nullptr ? -by : by;
+  const auto area = dockWidgetArea(&dock);
+  const bool isBelow = area == Qt::BottomDockWidgetArea || area == Qt::TopDockWidgetArea;
+  if (dock.isFloating()) {
+    dock.resize(dock.width() + growth, dock.height());
+  } else if (isBelow) {
+    resizeDocks({&dock}, {dock.height() + growth}, Qt::Vertical);
+  } else {
+    resizeDocks({&dock}, {dock.width() + growth}, Qt::Horizontal);
+  }
 }
 
 // Size and place of the window; what lies in it is laid out with the workspace.
@@ -351,16 +401,19 @@ void MainWindow::AskForNewWorkspace() {
 
 void MainWindow::ShowOptions() {
   auto& host = desk_->Session().Host();
+  const auto folder = FolderOptions(host.Folder().SourceEncoding());
   OptionsWindow window({.sheets = {{.scope = OptionScope::Project,
                                     .document = host.ProjectOptions().Document(),
                                     .defaults = workbench::DefaultProjectOptions()},
+                                   {.scope = OptionScope::Folder, .document = folder, .defaults = FolderOptions({})},
                                    {.scope = OptionScope::Workspace,
                                     .document = host.GlobalOptions().Document(),
                                     .defaults = workbench::DefaultGlobalOptions()}},
                         .store =
-                            [&host] {
+                            [&host, &folder] {
                               host.SaveProjectOptions();
                               host.SaveGlobalOptions();
+                              host.SetSourceEncoding(EncodingOf(folder));
                             }},
                        this);
   if (window.exec() == QDialog::Accepted) desk_->OptionsChanged();

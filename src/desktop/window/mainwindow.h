@@ -24,6 +24,7 @@ namespace qmrules::desktop {
 class FailureBar;
 class ProgramsPane;
 class ProgressPanel;
+class ResultsPane;
 class StartPage;
 class WindowMenus;
 class WorkspaceDesk;
@@ -67,6 +68,7 @@ class MainWindow final : public QMainWindow {
   FailureBar& Failures() { return *failures_; }
   ProgressPanel& Progress() { return *progress_; }
   ProgramsPane& Programs() { return *programs_; }
+  ResultsPane& Results() { return *results_; }
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -88,7 +90,9 @@ class MainWindow final : public QMainWindow {
   void StartControl();
   void ShowControlSoon();
   void ShowDesk(bool show);
+  void ShowResults();
   void LayOutFirst();
+  void EnlargePane(int by);
   void RestoreLayout();
   void SaveLayout();
   void ShowRecent();
@@ -105,7 +109,9 @@ class MainWindow final : public QMainWindow {
   StartPage* startPage_ = nullptr;
   QDockWidget* programsDock_ = nullptr;
   QDockWidget* rulesDock_ = nullptr;
+  QDockWidget* resultsDock_ = nullptr;
   ProgramsPane* programs_ = nullptr;
+  ResultsPane* results_ = nullptr;
   ProgressPanel* progress_ = nullptr;
   std::unique_ptr<StatusLine> status_;
   std::unique_ptr<WorkspaceDesk> desk_;

@@ -1,7 +1,6 @@
 #include "desktop/window/newworkspacedialog.h"
 
 #include <QCheckBox>
-#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFileDialog>
@@ -13,6 +12,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "desktop/options/encodingbox.h"
 #include "desktop/views/colors.h"
 #include "desktop/views/qttext.h"
 #include "platform/error.h"
@@ -23,10 +23,6 @@ namespace {
 
 constexpr int kFieldWidth = 380;
 
-// Offered; any other name that is known can be typed.
-constexpr const char* kEncodings[] = {"UTF-8",  "ISO-8859-1", "CP1252",  "SHIFT_JIS",
-                                      "EUC-KR", "IBM037",     "IBM1047", "IBM930"};
-
 }  // namespace
 
 NewWorkspaceDialog::NewWorkspaceDialog(Maker make, QWidget* parent)
@@ -34,7 +30,7 @@ NewWorkspaceDialog::NewWorkspaceDialog(Maker make, QWidget* parent)
       make_(std::move(make)),
       folder_(new QLineEdit(this)),
       project_(new QLineEdit(this)),
-      encoding_(new QComboBox(this)),
+      encoding_(new EncodingBox(this)),
       scan_(new QCheckBox(tr("&Scan the programs now"), this)),
       failure_(new QLabel(this)),
       buttons_(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this)) {
@@ -65,9 +61,6 @@ void NewWorkspaceDialog::LayOut() {
   addRow(tr("Source &folder:"), folder_, row);
   addRow(tr("&Project:"), project_, project_);
   addRow(tr("&Encoding of the sources:"), encoding_, encoding_);
-  encoding_->setEditable(true);
-  encoding_->addItem(tr("UTF-8, else ISO-8859-1"));
-  for (const char* const encoding : kEncodings) encoding_->addItem(encoding);
   form->addRow(QString(), scan_);
   scan_->setChecked(true);
   folder_->setObjectName("folder");
@@ -111,11 +104,9 @@ bool NewWorkspaceDialog::WantsScan() const {
 }
 
 void NewWorkspaceDialog::accept() {
-  const bool isDefault = encoding_->currentText() == encoding_->itemText(0);
   try {
-    make_({.folder = FromQt(Folder()),
-           .projectName = FromQt(project_->text()),
-           .sourceEncoding = isDefault ? std::string() : FromQt(encoding_->currentText())});
+    make_(
+        {.folder = FromQt(Folder()), .projectName = FromQt(project_->text()), .sourceEncoding = encoding_->Encoding()});
   } catch (const platform::Error& failure) {
     failure_->setText(ToQt(failure.what()));
     failure_->show();

@@ -6,12 +6,13 @@
 #include "workbench/host/embeddedhost.h"
 
 class QCheckBox;
-class QComboBox;
 class QDialogButtonBox;
 class QLabel;
 class QLineEdit;
 
 namespace qmrules::desktop {
+
+class EncodingBox;
 
 // Asks for what a new workspace needs, and makes it. A failure is shown in the dialog, which stays open with what was
 // typed.
@@ -39,7 +40,7 @@ class NewWorkspaceDialog final : public QDialog {
   Maker make_;
   QLineEdit* folder_;
   QLineEdit* project_;
-  QComboBox* encoding_;
+  EncodingBox* encoding_;
   QCheckBox* scan_;
   QLabel* failure_;
   QDialogButtonBox* buttons_;

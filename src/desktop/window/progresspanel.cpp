@@ -13,7 +13,8 @@ namespace qmrules::desktop {
 
 namespace {
 
-constexpr qint64 kBetweenPaints = 40;  // milliseconds
+constexpr qint64 kBetweenPaints = 40;       // milliseconds
+constexpr qint64 kBetweenQuietPaints = 80;  // where nothing moves
 constexpr int kBarWidth = 160;
 constexpr int kTextWidth = 320;
 
@@ -72,8 +73,13 @@ void ProgressPanel::ShowWork() {
 }
 
 void ProgressPanel::PaintNowAndThen() {
-  if (sincePainted_.isValid() && sincePainted_.elapsed() < kBetweenPaints) return;
-  gate_.LetPaint();
+  const qint64 between = works_.empty() ? kBetweenQuietPaints : kBetweenPaints;
+  if (sincePainted_.isValid() && sincePainted_.elapsed() < between) return;
+  if (works_.empty()) {
+    gate_.LetPaintOnly();
+  } else {
+    gate_.LetPaint();
+  }
   sincePainted_.start();
 }
 
@@ -112,9 +118,8 @@ void ProgressPanel::FinishProgress() {
 }
 
 bool ProgressPanel::Cancelled() {
-  if (works_.empty()) return false;
   PaintNowAndThen();
-  return works_.back().cancelled;
+  return !works_.empty() && works_.back().cancelled;
 }
 
 }  // namespace qmrules::desktop

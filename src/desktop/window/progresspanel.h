@@ -15,7 +15,8 @@ class QToolButton;
 namespace qmrules::desktop {
 
 // Shows long work in the status line: what is done, how far it is, and a button to stop it, which Escape presses too.
-// Hidden while there is none. Between its calls the window is painted, and nothing else of the user gets through.
+// Hidden while there is none. Between its calls the window is painted, and nothing else of the user gets through. Asked
+// for a wish to stop where there is no work, it only lets the window be painted.
 class ProgressPanel final : public QWidget, public platform::Progress {
   Q_OBJECT
 

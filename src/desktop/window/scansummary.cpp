@@ -11,7 +11,7 @@ namespace {
 
 using Outcome = workbench::ScannedModel::Outcome;
 
-struct Texts {
+struct SummaryTexts {
   Q_DECLARE_TR_FUNCTIONS(ScanSummary)
 };
 
@@ -24,13 +24,13 @@ QString Line(const std::string& file, const std::string& text) {
 ScanSummary SummaryOf(const workbench::ScanReport& report) {
   const auto count = [&](Outcome outcome) { return report.Count(outcome); };
   if (report.programs.empty() && report.problems.empty() && !report.cancelled) {
-    return {Texts::tr("No COBOL program was found in the workspace."), {}};
+    return {SummaryTexts::tr("No COBOL program was found in the workspace."), {}};
   }
-  QStringList parts{Texts::tr("Programs scanned: %1").arg(count(Outcome::Added) + count(Outcome::Updated)),
-                    Texts::tr("unchanged: %1").arg(count(Outcome::Unchanged))};
-  if (count(Outcome::Missing) > 0) parts += Texts::tr("missing: %1").arg(count(Outcome::Missing));
-  if (count(Outcome::Failed) > 0) parts += Texts::tr("failed: %1").arg(count(Outcome::Failed));
-  if (report.cancelled) parts += Texts::tr("stopped before the end");
+  QStringList parts{SummaryTexts::tr("Programs scanned: %1").arg(count(Outcome::Added) + count(Outcome::Updated)),
+                    SummaryTexts::tr("unchanged: %1").arg(count(Outcome::Unchanged))};
+  if (count(Outcome::Missing) > 0) parts += SummaryTexts::tr("missing: %1").arg(count(Outcome::Missing));
+  if (count(Outcome::Failed) > 0) parts += SummaryTexts::tr("failed: %1").arg(count(Outcome::Failed));
+  if (report.cancelled) parts += SummaryTexts::tr("stopped before the end");
   QStringList problems;
   for (const auto& problem : report.problems) problems += Line(problem.file, problem.text);
   for (const auto& program : report.programs) {

@@ -14,7 +14,7 @@ namespace qmrules::desktop {
 namespace {
 
 constexpr int kWidth = 560;
-constexpr int kSignSize = 64;
+constexpr int kStartSignSize = 64;
 constexpr int kTitleGrowth = 8;  // points above the ordinary letters
 
 QLabel* AddText(QVBoxLayout& layout, QWidget* parent, QPalette::ColorRole role) {
@@ -44,7 +44,7 @@ StartPage::StartPage(QWidget* parent) : QWidget(parent) {
   outer->addStretch(2);
 
   sign_ = new QLabel(column);
-  sign_->setFixedSize(kSignSize, kSignSize);
+  sign_->setFixedSize(kStartSignSize, kStartSignSize);
   layout->addWidget(sign_);
   title_ = AddText(*layout, column, QPalette::Text);
   purpose_ = AddText(*layout, column, QPalette::Text);
@@ -87,7 +87,7 @@ void StartPage::Retranslate() {
 
 void StartPage::RenewColors() {
   const IconSet icons(palette());
-  sign_->setPixmap(icons.Icon("App").pixmap(kSignSize, kSignSize));
+  sign_->setPixmap(icons.Icon("App").pixmap(kStartSignSize, kStartSignSize));
   open_->setIcon(icons.Icon("Open"));
   new_->setIcon(icons.Icon("NewWorkspace"));
   QFont font = this->font();

@@ -9,7 +9,7 @@ namespace qmrules::desktop {
 
 namespace {
 
-struct Texts {
+struct StatusTexts {
   Q_DECLARE_TR_FUNCTIONS(StatusLine)
 };
 
@@ -29,23 +29,18 @@ void ShowText(QLabel& label, const QString& text) {
 
 }  // namespace
 
-StatusLine::StatusLine(QStatusBar& bar) : source_(AddField(bar)), row_(AddField(bar)), counts_(AddField(bar)) {
+StatusLine::StatusLine(QStatusBar& bar) : source_(AddField(bar)), counts_(AddField(bar)) {
   source_->setObjectName("statusSource");
-  row_->setObjectName("statusRow");
   counts_->setObjectName("statusCounts");
 }
 
 void StatusLine::ShowSource(const std::optional<Source>& source) {
   if (!source) {
     ShowText(*source_, {});
-    ShowText(*row_, {});
-    return;
-  }
-  ShowText(*source_, source->program.isEmpty() ? source->file : QString("%1 · %2").arg(source->program, source->file));
-  if (source->selectedRows > 0) {
-    ShowText(*row_, Texts::tr("Row %1, selected: %2").arg(source->row).arg(source->selectedRows));
+  } else if (source->program.isEmpty()) {
+    ShowText(*source_, source->file);
   } else {
-    ShowText(*row_, source->row == 0 ? QString() : Texts::tr("Row %1").arg(source->row));
+    ShowText(*source_, QString("%1 · %2").arg(source->program, source->file));
   }
 }
 
@@ -56,7 +51,7 @@ void StatusLine::ShowCounts(const std::optional<Counts>& counts) {
   }
   const QLocale locale;
   const QString rules = locale.toString(counts->rules) + (counts->areWhole ? QString() : QString("+"));
-  ShowText(*counts_, Texts::tr("Programs: %1  Rules: %2").arg(locale.toString(counts->programs), rules));
+  ShowText(*counts_, StatusTexts::tr("Programs: %1  Rules: %2").arg(locale.toString(counts->programs), rules));
 }
 
 }  // namespace qmrules::desktop

@@ -8,8 +8,8 @@ class QStatusBar;
 
 namespace qmrules::desktop {
 
-// The standing part of the status line: what is on view, the caret and the selection in it, and the counts of the
-// project.
+// The standing part of the status line: what is on view, and the counts of the project. Caret and selection stand below
+// the source, which they are of.
 class StatusLine {
  public:
   // Puts its fields at the right end of the bar, which outlives this.
@@ -18,8 +18,6 @@ class StatusLine {
   struct Source {
     QString program;
     QString file;
-    int row = 0;           // from 1
-    int selectedRows = 0;  // 0 for none
   };
   void ShowSource(const std::optional<Source>& source);
   struct Counts {
@@ -31,7 +29,6 @@ class StatusLine {
 
  private:
   QLabel* source_;
-  QLabel* row_;
   QLabel* counts_;
 };
 

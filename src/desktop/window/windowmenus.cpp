@@ -60,8 +60,9 @@ void WindowMenus::MakeNavigateMenu() {
   filterPrograms = Add(*navigate_, QT_TR_NOOP("&Programs"), QKeySequence("Ctrl+1"));
   showSource = Add(*navigate_, QT_TR_NOOP("&Source"), QKeySequence("Ctrl+2"));
   showRules = Add(*navigate_, QT_TR_NOOP("&Rules"), QKeySequence("Ctrl+3"));
+  showResults = Add(*navigate_, QT_TR_NOOP("&Validation"), QKeySequence("Ctrl+4"));
   sourceActionsEnd_ = navigate_->addSeparator();
-  needWorkspace_.insert(needWorkspace_.end(), {locate, filterPrograms, showSource, showRules});
+  needWorkspace_.insert(needWorkspace_.end(), {locate, filterPrograms, showSource, showRules, showResults});
 }
 
 void WindowMenus::MakeViewMenu() {
@@ -75,7 +76,11 @@ void WindowMenus::MakeViewMenu() {
   MakeSchemeMenu(*view_);
   MakeLanguageMenu(*view_);
   view_->addSeparator();
+  paneLines = Add(*view_, QT_TR_NOOP("&Move the Lines between Panes"), QKeySequence("F8"));
+  largerPane = Add(*view_, QT_TR_NOOP("Lar&ger Pane"), QKeySequence("Ctrl+Alt+Right"));
+  smallerPane = Add(*view_, QT_TR_NOOP("Sm&aller Pane"), QKeySequence("Ctrl+Alt+Left"));
   firstLayout = Add(*view_, QT_TR_NOOP("&Restore First Layout"));
+  needWorkspace_.insert(needWorkspace_.end(), {paneLines, largerPane, smallerPane, firstLayout});
 }
 
 // Languages are called by their own names, so that each reader finds the right one.

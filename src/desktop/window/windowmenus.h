@@ -36,10 +36,14 @@ class WindowMenus final : public QObject {
   QAction* filterPrograms = nullptr;
   QAction* showSource = nullptr;
   QAction* showRules = nullptr;
+  QAction* showResults = nullptr;
 
   QAction* largerFont = nullptr;
   QAction* smallerFont = nullptr;
   QAction* systemFont = nullptr;
+  QAction* paneLines = nullptr;
+  QAction* largerPane = nullptr;
+  QAction* smallerPane = nullptr;
   QAction* firstLayout = nullptr;
 
   QAction* keyboard = nullptr;

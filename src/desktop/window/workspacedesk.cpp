@@ -4,11 +4,12 @@
 #include <QMessageBox>
 #include <QStackedWidget>
 #include <algorithm>
-#include <cstdlib>
 
 #include "catalogue/gateway.h"
 #include "desktop/icons/iconset.h"
+#include "desktop/locator/entryplaces.h"
 #include "desktop/locator/locator.h"
+#include "desktop/results/resultspane.h"
 #include "desktop/source/sourceview.h"
 #include "desktop/views/controlview.h"
 #include "desktop/views/qttext.h"
@@ -17,6 +18,7 @@
 #include "desktop/window/statusline.h"
 #include "desktop/window/treejump.h"
 #include "platform/error.h"
+#include "validation/segmentcomparison.h"
 
 namespace qmrules::desktop {
 
@@ -51,6 +53,7 @@ WorkspaceDesk::~WorkspaceDesk() {
   delete control_;
   delete source_;
   places_.programs.SetPrograms({});
+  places_.results.Clear();
   places_.status.ShowSource(std::nullopt);
   places_.status.ShowCounts(std::nullopt);
 }
@@ -75,12 +78,13 @@ void WorkspaceDesk::Observe() {
     ShowStatus();
   }));
   subscriptions_.push_back(session_.Viewer().OnFileChanged([this] { ShowStatus(); }));
-  subscriptions_.push_back(session_.Viewer().OnSelectionChanged([this] { ShowStatus(); }));
   subscriptions_.push_back(
       session_.Workspace().OnErrorRecorded([this](const std::string& text) { emit Failed(ToQt(text)); }));
   connect(&places_.programs, &ProgramsPane::Chosen, this,
           [this](const QString& key) { Attempt([&] { session_.ShowProgram(FromQt(key)); }); });
   connect(source_, &SourceView::Failed, this, &WorkspaceDesk::Failed);
+  connect(&places_.results, &ResultsPane::RuleChosen, this,
+          [this](qint32 ruleID) { Attempt([&] { ChooseRule(ruleID); }); });
 }
 
 void WorkspaceDesk::ObserveChanges() {
@@ -133,9 +137,7 @@ void WorkspaceDesk::ShowStatus() {
     places_.status.ShowSource(std::nullopt);
   } else {
     places_.status.ShowSource(StatusLine::Source{.program = program == nullptr ? QString() : ToQt(program->name),
-                                                 .file = ToQt(file->FileName),
-                                                 .row = session_.Viewer().Row(),
-                                                 .selectedRows = std::abs(session_.Viewer().SelectedRowsCount())});
+                                                 .file = ToQt(file->FileName)});
   }
   places_.status.ShowCounts(StatusLine::Counts{
       .programs = static_cast<qint64>(session_.Programs().size()), .rules = counts_.All(), .areWhole = !isCounting_});
@@ -162,6 +164,7 @@ void WorkspaceDesk::StartControl(const shell::StringTable& texts, const std::str
   RenewPictures();
   places_.rules.setWidget(control_);
   entered_ = control_->OnEntered.Subscribe([&control] { control.EnterFocus(); });
+  validated_ = control.OnValidated.Subscribe([this](const auto& report) { ShowResults(report); });
   enabledChanges_ = control.OnEnabledChanged.Subscribe([this, &control] { control_->setEnabled(control.Enabled()); });
 }
 
@@ -178,6 +181,7 @@ void WorkspaceDesk::EndControl() {
     ~ViewGoes() {
       desk.entered_ = {};
       desk.enabledChanges_ = {};
+      desk.validated_ = {};
       delete desk.control_;
       desk.session_.DropControl();
     }
@@ -202,6 +206,12 @@ void WorkspaceDesk::FocusControl() {
   if (control_ != nullptr) control_->TakeFocus();
 }
 
+void WorkspaceDesk::GoToNextPaneLine() {
+  places_.rules.show();
+  places_.rules.raise();
+  if (control_ != nullptr) control_->GoToNextLine();
+}
+
 void WorkspaceDesk::FocusSource() {
   source_->setFocus(Qt::ShortcutFocusReason);
 }
@@ -224,6 +234,23 @@ void WorkspaceDesk::Choose(const LocatorEntry& entry) {
   if (control == nullptr || !JumpTo(entry, control->Widgets())) {
     emit Noted(tr("%1 is not in the tree now.").arg(ToQt(entry.name)));
   }
+}
+
+void WorkspaceDesk::ChooseRule(std::int32_t ruleID) {
+  LocatorEntry entry{.entity = std::string(catalogue::kRule),
+                     .name = catalogue::MakeKey(catalogue::kRule, ruleID),
+                     .place = {},
+                     .key = catalogue::MakeKey(catalogue::kRule, ruleID)};
+  PutPlaces(session_.Host().Repository(), session_.Host().ProjectObject()->ObjectID(), {&entry});
+  Choose(entry);
+}
+
+void WorkspaceDesk::ShowResults(std::shared_ptr<const validation::ValidationReport> report) {
+  places_.results.SetReport(std::move(report), [this](const std::string& fileName) {
+    auto& host = session_.Host();
+    return validation::ReadSourceText(host.FileSystem(), host.Folder().SourceFolder(), fileName);
+  });
+  emit Validated();
 }
 
 void WorkspaceDesk::ScanSources() {

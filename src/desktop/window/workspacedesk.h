@@ -21,6 +21,7 @@ namespace qmrules::desktop {
 class ControlView;
 class Locator;
 class ProgramsPane;
+class ResultsPane;
 class SourceView;
 class StatusLine;
 
@@ -36,6 +37,7 @@ class WorkspaceDesk final : public QObject {
     QStackedWidget& centre;  // the source viewer comes in front of what is there
     QDockWidget& rules;
     ProgramsPane& programs;
+    ResultsPane& results;
     StatusLine& status;
   };
 
@@ -57,6 +59,8 @@ class WorkspaceDesk final : public QObject {
   // Tells the control that it comes into sight or goes out of it.
   void ShowControl(bool show);
   void FocusControl();
+  // Brings the keyboard to the next line between the control's panes.
+  void GoToNextPaneLine();
   void FocusSource();
   void OpenLocator();
   void ScanSources();
@@ -74,6 +78,8 @@ class WorkspaceDesk final : public QObject {
   void Refused(const QString& text);
   // For the place of failures that nobody asked for.
   void Failed(const QString& text);
+  // The results of a validation have come into their place.
+  void Validated();
 
  private:
   void Observe();
@@ -85,6 +91,8 @@ class WorkspaceDesk final : public QObject {
   void CountOn();
   void ForeignChanges(const platform::ForeignChanges& changes);
   void Choose(const LocatorEntry& entry);
+  void ChooseRule(std::int32_t ruleID);
+  void ShowResults(std::shared_ptr<const validation::ValidationReport> report);
 
   Places places_;
   WorkspaceSession session_;
@@ -94,6 +102,7 @@ class WorkspaceDesk final : public QObject {
   QPointer<ControlView> control_;
   platform::Subscription entered_;
   platform::Subscription enabledChanges_;
+  platform::Subscription validated_;
   RuleCounts counts_;
   bool isCounting_ = false;
   QTimer recount_;  // a while after the last change

@@ -119,6 +119,12 @@ codemodel::ModelSurroundings EmbeddedHost::Surroundings() {
               }};
 }
 
+void EmbeddedHost::SetSourceEncoding(const std::string& encoding) {
+  if (encoding == folder_.SourceEncoding()) return;
+  folder_.SetSourceEncoding(encoding);
+  fileSystem_.SetSourceEncoding(encoding);
+}
+
 void EmbeddedHost::EnterProject(const std::string& name) {
   EnterInCatalogue(*repository_, name);
 }

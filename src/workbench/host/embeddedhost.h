@@ -65,6 +65,9 @@ class EmbeddedHost final : public platform::FrontEnd {
   std::string HelpFile() const override { return {}; }
 
   const WorkspaceFolder& Folder() const { return folder_; }
+  // Sources are read by this encoding from now on, by everybody who opens the workspace; "" is the default. Does
+  // nothing where it is in force. Throws platform::Error, with the old one in force, as WorkspaceFolder does.
+  void SetSourceEncoding(const std::string& encoding);
 
   // Makes a project, on the disk and in the catalogue, and the current one; whole or not at all. A project that the
   // catalogue knows and that has no folder, as a creation that was cut off leaves it, is taken over. Throws

@@ -52,8 +52,8 @@ void TakeCounts(ScannedModel& told, const KnownModel& model) {
 }  // namespace
 
 CatalogueUpdate::CatalogueUpdate(platform::Repository& repository, std::string_view projectKey,
-                                 std::span<const KnownSource> known)
-    : repository_(repository), projectKey_(projectKey) {
+                                 std::span<const KnownSource> known, platform::Progress& progress)
+    : repository_(repository), projectKey_(projectKey), progress_(progress) {
   for (const auto& source : known) known_[source.file].push_back(&source);
 }
 
@@ -147,6 +147,24 @@ void CatalogueUpdate::Write(const ScanTask& task) {
   }
 }
 
+void CatalogueUpdate::WriteAll(std::span<const ScanTask* const> tasks, std::span<const KnownSource* const> gone) {
+  const platform::ProgressDisplay display(progress_, "Updating the catalogue",
+                                          static_cast<int>(tasks.size() + gone.size()), false);
+  const auto command = repository_.BeginCommand("scan");
+  const auto transaction = repository_.BeginTransaction();
+  for (const auto* task : tasks) {
+    progress_.StartStep(task->source);
+    Write(*task);
+    progress_.FinishStep(1);
+  }
+  for (const auto* source : gone) {
+    progress_.StartStep(source->file);
+    Withdraw(*source);
+    progress_.FinishStep(1);
+  }
+  transaction->Commit();
+}
+
 std::vector<ScannedModel> CatalogueUpdate::Run(std::span<const ScanTask> tasks,
                                                std::span<const KnownSource* const> gone) {
   std::vector<const ScanTask*> toWrite;
@@ -159,13 +177,7 @@ std::vector<ScannedModel> CatalogueUpdate::Run(std::span<const ScanTask> tasks,
     }
   }
   const bool withdraws = !std::ranges::all_of(gone, &KnownSource::IsWithdrawn);
-  if (!toWrite.empty() || withdraws) {
-    const auto command = repository_.BeginCommand("scan");
-    const auto transaction = repository_.BeginTransaction();
-    for (const auto* task : toWrite) Write(*task);
-    for (const auto* source : gone) Withdraw(*source);
-    transaction->Commit();
-  }
+  if (!toWrite.empty() || withdraws) WriteAll(toWrite, gone);
   for (const auto* source : gone) outcomes_.push_back(OutcomeOf(*source, Outcome::Missing));
   std::ranges::stable_sort(outcomes_, {}, &ScannedModel::file);
   return std::move(outcomes_);

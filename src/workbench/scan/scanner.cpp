@@ -42,20 +42,6 @@ void SortAndKeepOne(std::vector<std::string>& names) {
   names.erase(std::unique(names.begin(), names.end()), names.end());
 }
 
-// The display of the work, closed on every path.
-class ProgressDisplay {
- public:
-  ProgressDisplay(platform::Progress& progress, std::size_t files) : progress_(progress) {
-    progress_.StartProgress("Scanning sources", static_cast<int>(files), true);
-  }
-  ProgressDisplay(const ProgressDisplay&) = delete;
-  ProgressDisplay& operator=(const ProgressDisplay&) = delete;
-  ~ProgressDisplay() { progress_.FinishProgress(); }
-
- private:
-  platform::Progress& progress_;
-};
-
 class Scan {
  public:
   Scan(const ScanRequest& request, platform::Repository& repository, std::string_view projectKey,
@@ -71,11 +57,11 @@ class Scan {
     CollectSources();
     FindGone();
     {
-      const ProgressDisplay display(progress_, tasks_.size());
+      const platform::ProgressDisplay display(progress_, "Scanning sources", static_cast<int>(tasks_.size()), true);
       CheckForChanges();
       TranslateChanged();
     }
-    CatalogueUpdate update(repository_, projectKey_, known_);
+    CatalogueUpdate update(repository_, projectKey_, known_, progress_);
     report_.programs = update.Run(tasks_, gone_);
     for (const auto& task : tasks_) NoteMissingProgram(task);
     RemoveObsoleteFiles();

@@ -56,6 +56,7 @@ class Journey:
             self.jump_by_the_locator,
             self.follow_the_command_line,
             self.validate,
+            self.see_the_results,
             self.read_the_activity_log,
             self.see_the_options,
             self.go_dark,
@@ -308,6 +309,19 @@ class Journey:
         self._insist("the main window alone", lambda: press("Escape"), lambda: self._windows() == 1)
         path = "Bill a policy/Late payment/Fee for late payment"
         self._wait("the segment at its new rows", lambda: self._catalogue.value(path, "FromRow") == 52)
+
+    def see_the_results(self):
+        """What the validation has found, with the rule's text beside its new place."""
+        results = self._part("tree", "Results of the validation")
+        self._wait("the verdict", lambda: results.cell("moved"))
+        rows = [row.rstrip() for row in self._catalogue.source_rows("cobol/pbfee01.cbl", 52, 72)]
+        for name in ("Stored text", "Text in the file"):
+            text = self._part("text", name)
+            self._insist(f"the rows in {name}", lambda: click(results.cell("Fee for late payment")),
+                         lambda: [row.rstrip() for row in text.text.split("\n")] == rows)
+        self._pictures.take("validation-results")
+        self._choose_in_menu("View", "Validation")
+        self._wait("no results", lambda: self._windows() == 1 and not results.is_seen)
 
     def read_the_activity_log(self):
         self._choose("Tiers of commission")

@@ -131,6 +131,44 @@ TEST_F(CatalogueLocatorTest, AnEmptyCatalogueIsNoFailure) {
   EXPECT_TRUE(Find("anything").empty());
 }
 
+TEST_F(CatalogueLocatorTest, ATextThatIsTypedOnIsSearchedForFromThere) {
+  for (const char* const name : {"Late fee", "Late order", "Elated", "Plate", "Late"}) store_.AddFunction(name);
+  CatalogueLocator locator(store_.Repository(), store_.ProjectKey());
+  const auto first = locator.Find("lat", 50);
+  while (first->Continue()) {
+  }
+  EXPECT_EQ(first->Percent(), 100);
+  // Nothing is left to be searched, so what is new is not found.
+  store_.AddFunction("Late and new");
+  const auto narrowed = first->NarrowedTo("late ");
+  ASSERT_NE(narrowed, nullptr);
+  EXPECT_FALSE(narrowed->Continue());
+  std::vector<std::string> names;
+  for (const auto& entry : narrowed->Best()) names.push_back(entry.name);
+  EXPECT_EQ(names, (std::vector<std::string>{"Late", "Late fee", "Late order", "Plate", "Elated"}));
+  const auto further = narrowed->NarrowedTo("late f");
+  ASSERT_NE(further, nullptr);
+  EXPECT_FALSE(further->Continue());
+  ASSERT_EQ(further->Best().size(), 1U);
+  EXPECT_EQ(further->Best()[0], Find("late fee").at(0));
+}
+
+TEST_F(CatalogueLocatorTest, AnotherTextIsSearchedForAnew) {
+  for (const char* const name : {"Late fee", "Late order", "Late"}) store_.AddFunction(name);
+  CatalogueLocator locator(store_.Repository(), store_.ProjectKey());
+  const auto all = locator.Find("late", 50);
+  while (all->Continue()) {
+  }
+  EXPECT_EQ(all->NarrowedTo("lat"), nullptr);
+  EXPECT_EQ(all->NarrowedTo("xlate"), nullptr);
+  EXPECT_EQ(locator.Find("", 50)->NarrowedTo("late"), nullptr);
+  // One of the matches was left out, and it may be the one that the longer text means.
+  const auto best = locator.Find("late", 2);
+  while (best->Continue()) {
+  }
+  EXPECT_EQ(best->NarrowedTo("late o"), nullptr);
+}
+
 // More IDs than one run, with gaps.
 TEST_F(CatalogueLocatorTest, RunsOfIDsLeaveNothingOut) {
   const auto transaction = store_.Repository().BeginTransaction();

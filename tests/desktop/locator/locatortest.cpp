@@ -31,12 +31,20 @@ class SteppedSource final : public LocatorSource {
   std::vector<std::string> asked;
   std::vector<LocatorEntry> entries;
   bool fails = false;
+  bool narrows = false;
   std::size_t entriesPerStep = 100;
 
  private:
   class Search final : public LocatorSearch {
    public:
     Search(const SteppedSource& source, std::string_view text) : source_(source), query_(text) {}
+    std::unique_ptr<LocatorSearch> NarrowedTo(std::string_view text) const override {
+      if (!source_.narrows || query_.IsEmpty()) return nullptr;
+      auto narrowed = std::make_unique<Search>(*this);
+      narrowed->query_ = LocatorQuery(text);
+      std::erase_if(narrowed->best_, [&](const LocatorEntry& found) { return !narrowed->query_.Match(found.name); });
+      return narrowed;
+    }
     bool Continue() override {
       if (source_.fails) throw platform::Error("The catalogue is locked.");
       for (std::size_t step = 0; step < source_.entriesPerStep && next_ < source_.entries.size(); ++step, ++next_) {
@@ -44,6 +52,7 @@ class SteppedSource final : public LocatorSource {
       }
       return next_ < source_.entries.size();
     }
+    int Percent() const override { return static_cast<int>(next_ * 100 / source_.entries.size()); }
     const std::vector<LocatorEntry>& Best() const override { return best_; }
 
    private:
@@ -109,6 +118,26 @@ TEST_F(LocatorTest, ShowsWhatTheTextFinds) {
   Settle();
   EXPECT_EQ(List().model()->rowCount(), 1);
   EXPECT_EQ(List().model()->index(0, 0).data().toString(), "Premium is positive");
+}
+
+TEST_F(LocatorTest, ATextThatIsTypedOnGoesOnWithTheSearch) {
+  source_.narrows = true;
+  OpenAndType("p");
+  source_.asked.clear();
+  QTest::keyClicks(&Field(), "remium is");
+  Settle();
+  EXPECT_TRUE(source_.asked.empty());
+  EXPECT_EQ(List().model()->rowCount(), 1);
+  EXPECT_EQ(List().model()->index(0, 0).data().toString(), "Premium is positive");
+}
+
+TEST_F(LocatorTest, TellsHowFarTheSearchIs) {
+  source_.entriesPerStep = 1;
+  locator_->Open();
+  Field().setText("positive");
+  EXPECT_EQ(State(), "Searching... 33 %");
+  Settle();
+  EXPECT_EQ(State(), "Enter goes to the marked one, Escape closes.");
 }
 
 TEST_F(LocatorTest, EnterChoosesTheFirst) {

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "desktop/icons/iconset.h"
+#include "desktop/options/folderoptions.h"
 #include "support/errortext.h"
 #include "workbench/options/defaultoptions.h"
 
@@ -23,7 +24,15 @@ const OptionSpec& Option(std::string_view name) {
 }
 
 XmlDocument DefaultsOf(OptionScope scope) {
-  return scope == OptionScope::Project ? workbench::DefaultProjectOptions() : workbench::DefaultGlobalOptions();
+  switch (scope) {
+    case OptionScope::Project:
+      return workbench::DefaultProjectOptions();
+    case OptionScope::Folder:
+      return FolderOptions({});
+    case OptionScope::Workspace:
+      break;
+  }
+  return workbench::DefaultGlobalOptions();
 }
 
 XmlDocument Parsed(std::string_view text) {
@@ -158,7 +167,8 @@ std::string Content(const XmlDocument& document) {
 
 TEST(OptionDocument, EveryWriteCanBeTakenBack) {
   for (const OptionSpec& option : OptionTable()) {
-    for (XmlDocument document : {DefaultsOf(option.scope), Parsed("<OPTIONS><A/></OPTIONS>")}) {
+    const std::string root = DefaultsOf(option.scope).documentElement().nodeName();
+    for (XmlDocument document : {DefaultsOf(option.scope), Parsed("<" + root + "><A/></" + root + ">")}) {
       const std::string before = Content(document);
       OptionValue other = std::string("other");
       if (option.kind == OptionKind::Texts) other = std::vector<ListedText>{{"A*", true}};
@@ -170,6 +180,13 @@ TEST(OptionDocument, EveryWriteCanBeTakenBack) {
       EXPECT_EQ(Content(document), before) << option.name;
     }
   }
+}
+
+TEST(FolderOptions, HoldTheEncoding) {
+  XmlDocument document = FolderOptions("IBM037");
+  EXPECT_EQ(EncodingOf(document), "IBM037");
+  Put(document, "sourceEncoding", std::string());
+  EXPECT_EQ(EncodingOf(document), "");
 }
 
 TEST(OptionDocument, ATextThatXmlCannotHoldChangesNothing) {

@@ -5,6 +5,7 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -18,9 +19,11 @@
 #include <QTest>
 #include <QTimer>
 
+#include "desktop/options/folderoptions.h"
 #include "desktop/options/optiondocument.h"
 #include "desktop/options/optionpage.h"
 #include "desktop/options/optionrow.h"
+#include "platform/encoding.h"
 #include "platform/error.h"
 #include "workbench/options/defaultoptions.h"
 
@@ -39,6 +42,7 @@ class OptionsWindowTest : public testing::Test {
   OptionsWindow& Open(std::string path = {}) {
     window_ = std::make_unique<OptionsWindow>(
         OptionsWindow::Request{.sheets = {{OptionScope::Project, project_, DefaultProjectOptions()},
+                                          {OptionScope::Folder, folder_, FolderOptions({})},
                                           {OptionScope::Workspace, global_, DefaultGlobalOptions()}},
                                .path = std::move(path),
                                .store = [this] { Store(); }});
@@ -94,6 +98,7 @@ class OptionsWindowTest : public testing::Test {
   }
 
   platform::XmlDocument project_ = DefaultProjectOptions();
+  platform::XmlDocument folder_ = FolderOptions({});
   platform::XmlDocument global_ = DefaultGlobalOptions();
   std::unique_ptr<OptionsWindow> window_;
   std::string message_;
@@ -138,6 +143,43 @@ TEST_F(OptionsWindowTest, OkWritesTheTypedValuesAndStoresOnce) {
   EXPECT_TRUE(project_.selectSingleNode("//TEXT[@VALUE='Without a home']"));
   EXPECT_TRUE(project_.selectSingleNode("//CASE[@NAME='const.move' and @CHECKED='false']"));
   EXPECT_FALSE(global_.selectSingleNode("//CASE[@NAME='QMGlossary']"));
+}
+
+TEST_F(OptionsWindowTest, TheEncodingOfTheSourcesIsChosenByItsMeaning) {
+  Open();
+  auto& box = Field<QComboBox>("sourceEncoding");
+  EXPECT_EQ(box.currentText(), "UTF-8, else ISO-8859-1");
+  box.setCurrentIndex(box.findText("SHIFT_JIS (Japanese, Windows)"));
+  Press(QDialogButtonBox::Ok);
+  EXPECT_EQ(EncodingOf(folder_), "SHIFT_JIS");
+  EXPECT_EQ(window_->Changed(), std::vector<std::string>{"sourceEncoding"});
+  Open();
+  EXPECT_EQ(Field<QComboBox>("sourceEncoding").currentText(), "SHIFT_JIS (Japanese, Windows)");
+  Field<QComboBox>("sourceEncoding").setCurrentIndex(0);
+  Press(QDialogButtonBox::Ok);
+  EXPECT_EQ(EncodingOf(folder_), "");
+}
+
+TEST_F(OptionsWindowTest, AnEncodingThatIsNotListedIsTypedByItsName) {
+  Open();
+  auto& box = Field<QComboBox>("sourceEncoding");
+  box.setEditText("KLINGON");
+  Press(QDialogButtonBox::Ok);
+  EXPECT_TRUE(window_->isVisible());
+  EXPECT_EQ(EncodingOf(folder_), "");
+  box.setEditText(" IBM1141 ");
+  Press(QDialogButtonBox::Ok);
+  EXPECT_EQ(EncodingOf(folder_), "IBM1141");
+  Open();
+  EXPECT_EQ(Field<QComboBox>("sourceEncoding").currentText(), "IBM1141");
+}
+
+TEST_F(OptionsWindowTest, EveryEncodingOfTheListIsKnown) {
+  Open();
+  const auto& box = Field<QComboBox>("sourceEncoding");
+  for (int at = 1; at < box.count(); ++at) {
+    EXPECT_TRUE(platform::IsKnownEncoding(box.itemData(at).toString().toStdString())) << box.itemText(at).toStdString();
+  }
 }
 
 TEST_F(OptionsWindowTest, OkWithoutAChangeWritesNothing) {
@@ -220,7 +262,7 @@ TEST_F(OptionsWindowTest, APathShowsOnlyTheOptionsBelowIt) {
   Open(kValidationPath);
   std::vector<std::string> project;
   for (const auto& name : ShownRows()) {
-    if (name != "QMGlossary") project.push_back(name);
+    if (name != "QMGlossary" && name != "sourceEncoding") project.push_back(name);
   }
   EXPECT_EQ(project, (std::vector<std::string>{"SegmentValidation", "CollapseSpaces"}));
 }

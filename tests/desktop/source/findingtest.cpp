@@ -1,3 +1,4 @@
+#include <QApplication>
 #include <QCheckBox>
 #include <QLineEdit>
 
@@ -30,6 +31,25 @@ TEST_F(FindingTest, TypingShowsTheFirstMatchAndTheirNumber) {
   EXPECT_EQ(text->textCursor().selectedText(), QStringLiteral("TOTAL"));
   EXPECT_EQ(Count(), "1 of 5");
   EXPECT_TRUE(Pattern().hasFocus());
+}
+
+TEST_F(FindingTest, TabGoesFromLeftToRight) {
+  Type("TOTAL");
+  int left = -1;
+  int reached = 0;
+  for (const QWidget* part = &Pattern(); part->parentWidget() == Pattern().parentWidget();
+       part = QApplication::focusWidget()) {
+    EXPECT_GT(part->x(), left) << part->metaObject()->className();
+    left = part->x();
+    ++reached;
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+  }
+  EXPECT_EQ(reached, 6);
+}
+
+TEST_F(FindingTest, ScreenReadersHearTheNumberOfMatches) {
+  Type("TOTAL");
+  EXPECT_EQ(Find("findCount").accessibleName(), "Matches: 1 of 5");
 }
 
 TEST_F(FindingTest, EnterGoesOnAndRoundTheEndWithANotice) {

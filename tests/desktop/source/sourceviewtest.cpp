@@ -309,6 +309,15 @@ TEST_F(SourceViewTest, ScreenReadersHaveTheTextAndTheCaret) {
   EXPECT_EQ(reader->text(QAccessible::Description), QStringLiteral("PBRATE.cbl"));
 }
 
+TEST_F(SourceViewTest, ScreenReadersHaveTheTextsThatChange) {
+  const auto name = [&](const char* part) { return Find<QWidget>(part).accessibleName().toStdString(); };
+  viewer.GoTo({"PBRATE.cbl", 2, 3});
+  EXPECT_EQ(name("place"), "Place in the source: Row 2, column 3");
+  viewer.SetFiles({});
+  EXPECT_EQ(name("reason"), "Why no source is shown: No source is on view.");
+  EXPECT_EQ(name("place"), "Place in the source");
+}
+
 TEST_F(SourceViewTest, EveryPartHasAName) {
   for (const char* name : {"codeText", "files", "reason", "place", "findPattern", "findCount", "rowNumber"}) {
     EXPECT_FALSE(Find<QWidget>(name).accessibleName().isEmpty()) << name;

@@ -1,4 +1,5 @@
 #include <QAbstractItemModelTester>
+#include <QAccessible>
 #include <QApplication>
 #include <QSignalSpy>
 
@@ -132,9 +133,48 @@ TEST_F(ListViewTest, CheckBoxesTurnOver) {
   EXPECT_TRUE(Selected().empty());
 }
 
+// As a screen reader does it.
+TEST_F(ListViewTest, RowsThatAreSelectedFromOutsideAreSelectedInTheModel) {
+  QAccessibleTableInterface* const reader = QAccessible::queryAccessibleInterface(&view)->tableInterface();
+  ASSERT_TRUE(reader->selectRow(2));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return Selected() == Keys{"TERM"}; }));
+  ASSERT_TRUE(reader->selectRow(0));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return Selected() == Keys{"AMOUNT", "TERM"}; }));
+  ASSERT_TRUE(reader->unselectRow(2));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return Selected() == Keys{"AMOUNT"}; }));
+  EXPECT_EQ(Shown(), Selected());
+}
+
+TEST_F(ListViewTest, ASelectionFromOutsideLeavesOneRowWhereOnlyOneCanBe) {
+  list.SetMultiSelect(false);
+  Press("AMOUNT");
+  std::vector<std::string> clicked;
+  const auto click = list.OnRowClick.Subscribe([&](ListRow& row) { clicked.push_back(row.Key()); });
+  ASSERT_TRUE(QAccessible::queryAccessibleInterface(&view)->tableInterface()->selectRow(3));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return Selected() == Keys{"YEARS"}; }));
+  EXPECT_EQ(Shown(), Keys{"YEARS"});
+  EXPECT_EQ(clicked, Keys{"YEARS"});
+}
+
+TEST_F(ListViewTest, AColumnGetsTheRoomThatItsTextNeeds) {
+  list.Find("TERM")->SetSubItem("Kind", "An input of the calculation, taken from the policy");
+  list.Add("ZIP", "ZIP");
+  QCoreApplication::processEvents();
+  EXPECT_LT(view.columnWidth(0), view.columnWidth(1));
+  EXPECT_GE(view.columnWidth(0), view.fontMetrics().horizontalAdvance("AMOUNT"));
+}
+
+TEST_F(ListViewTest, AListWishesForTheWidthOfItsTexts) {
+  const int before = view.sizeHint().width();
+  list.Find("TERM")->SetSubItem("Kind", std::string(90, 'm'));
+  EXPECT_GT(view.sizeHint().width(), before);
+  EXPECT_GE(view.sizeHint().width(), view.fontMetrics().horizontalAdvance(QString(60, 'm')));
+}
+
 TEST_F(ListViewTest, TheColumnsShareTheWidthUntilTheUserDrawsOne) {
-  const int half = view.viewport()->width() / 2;
-  EXPECT_NEAR(view.columnWidth(0), half, 1);
+  const int spare = view.viewport()->width() - view.columnWidth(0) - view.columnWidth(1);
+  EXPECT_NEAR(spare, 0, 1);
+  EXPECT_GT(view.columnWidth(0), view.fontMetrics().horizontalAdvance("AMOUNT"));
   view.setColumnWidth(0, 70);
   window.resize(600, 300);
   QCoreApplication::processEvents();

@@ -1,9 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <QAccessible>
+#include <QApplication>
+#include <QLineEdit>
 #include <QSplitter>
 #include <QTest>
 
 #include "desktop/views/qtsplitter.h"
+#include "desktop/views/splitterbar.h"
 #include "desktop/views/viewtest.h"
 
 namespace qmrules::desktop {
@@ -51,6 +55,77 @@ TEST_F(SplitterViewTest, ADragTellsTheModel) {
   QTest::mouseRelease(handle, Qt::LeftButton, {}, from + QPoint(100, 0));
   EXPECT_NEAR(splitter.Share("Control"), 375, 12);
   EXPECT_NEAR(objects->width(), 300, 10);
+}
+
+class SplitterKeysTest : public SplitterViewTest {
+ protected:
+  SplitterKeysTest() {
+    field = new QLineEdit(objects);
+    field->show();
+    field->setFocus();
+  }
+  // The bar that has the keyboard, by the name of the pane that it divides.
+  std::string Bar() const {
+    const auto* const bar = qobject_cast<SplitterBar*>(QApplication::focusWidget());
+    return bar == nullptr ? "" : bar->splitter()->objectName().toStdString();
+  }
+  void Press(int key, Qt::KeyboardModifiers modifiers = {}) {
+    QTest::keyClick(QApplication::focusWidget(), static_cast<Qt::Key>(key), modifiers);
+  }
+
+  QLineEdit* field = nullptr;
+};
+
+TEST_F(SplitterKeysTest, TheKeyboardGoesFromBarToBarAndBack) {
+  view.GoToNextBar();
+  EXPECT_EQ(Bar(), "Control");
+  view.GoToNextBar();
+  EXPECT_EQ(Bar(), "Properties");
+  view.GoToNextBar();
+  EXPECT_TRUE(field->hasFocus());
+  view.GoToNextBar();
+  Press(Qt::Key_Escape);
+  EXPECT_TRUE(field->hasFocus());
+}
+
+TEST_F(SplitterKeysTest, TheArrowsMoveTheBarAndTellTheModel) {
+  view.GoToNextBar();
+  const int before = objects->width();
+  Press(Qt::Key_Right);
+  EXPECT_EQ(objects->width(), before + 16);
+  EXPECT_NEAR(splitter.Share("Control"), 270, 2);
+  Press(Qt::Key_Left, Qt::AltModifier);
+  EXPECT_EQ(objects->width(), before);
+  Press(Qt::Key_Up);
+  EXPECT_EQ(objects->width(), before);
+  view.GoToNextBar();
+  const int height = descriptions->height();
+  Press(Qt::Key_Down);
+  EXPECT_EQ(descriptions->height(), height + 16);
+  Press(Qt::Key_End);
+  EXPECT_GT(splitter.Share("Properties"), 900);
+  Press(Qt::Key_Home);
+  EXPECT_LT(splitter.Share("Properties"), 100);
+}
+
+TEST_F(SplitterKeysTest, AHiddenBarIsPassedOver) {
+  view.SetEmpty("FirstArea", true);
+  view.GoToNextBar();
+  EXPECT_EQ(Bar(), "Control");
+  view.GoToNextBar();
+  EXPECT_TRUE(field->hasFocus());
+}
+
+TEST_F(SplitterKeysTest, TheBarIsSeenAndNamed) {
+  view.GoToNextBar();
+  QWidget* const bar = QApplication::focusWidget();
+  EXPECT_EQ(bar->accessibleName(), "Line between the left and the right pane");
+  EXPECT_TRUE(QAccessible::queryAccessibleInterface(bar)->state().focusable);
+  const QColor inside = bar->grab().toImage().pixelColor(bar->rect().center());
+  EXPECT_EQ(inside, bar->palette().color(QPalette::Highlight));
+  Press(Qt::Key_Return);
+  EXPECT_NE(bar->grab().toImage().pixelColor(bar->rect().center()), inside);
+  EXPECT_EQ(bar->focusPolicy(), Qt::NoFocus);
 }
 
 TEST_F(SplitterViewTest, AnotherLayoutMovesThePanes) {

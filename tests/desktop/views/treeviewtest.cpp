@@ -1,4 +1,5 @@
 #include <QAbstractItemModelTester>
+#include <QAccessible>
 #include <QApplication>
 
 #include "desktop/views/qttree.h"
@@ -150,6 +151,41 @@ TEST_F(TreeViewTest, TheSelectionFallsAsTheModelTells) {
   EXPECT_EQ(view.currentIndex(), view.Items().IndexOf(pricing));
   tree.Clear();
   EXPECT_FALSE(view.currentIndex().isValid());
+}
+
+// As a screen reader does it.
+TEST_F(TreeViewTest, ANodeThatIsSelectedFromOutsideIsTheUsersClick) {
+  std::vector<std::string> clicked;
+  const auto click = tree.OnNodeClick.Subscribe([&](TreeNode& node) { clicked.push_back(node.Text()); });
+  pricing->SetExpanded(true);
+  Press(RowOf(view, *pricing));
+  QAccessibleTableInterface* const reader = QAccessible::queryAccessibleInterface(&view)->tableInterface();
+  ASSERT_TRUE(reader->selectRow(2));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return tree.SelectedNode() == pricing->LastChild(); }));
+  EXPECT_EQ(view.selectionModel()->selectedIndexes(), QModelIndexList{view.Items().IndexOf(pricing->LastChild())});
+  EXPECT_EQ(clicked, (std::vector<std::string>{"Pricing", "Fees"}));
+}
+
+TEST_F(TreeViewTest, ACellThatIsPressedFromOutsideIsTheUsersClick) {
+  pricing->SetExpanded(true);
+  Press(RowOf(view, *claims));
+  QAccessibleInterface* const reader = QAccessible::queryAccessibleInterface(&view);
+  QAccessibleInterface* fees = nullptr;
+  for (int child = 0; child < reader->childCount(); ++child) {
+    if (reader->child(child)->text(QAccessible::Name) == "Fees") fees = reader->child(child);
+  }
+  ASSERT_NE(fees, nullptr);
+  fees->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+  EXPECT_TRUE(QTest::qWaitFor([&] { return tree.SelectedNode() == pricing->LastChild(); }));
+}
+
+TEST_F(TreeViewTest, ASelectionThatTheModelRefusesIsTakenBack) {
+  Press(RowOf(view, *pricing));
+  const auto click = tree.OnNodeClick.Subscribe([&](TreeNode&) { tree.SetSelectedNode(pricing); });
+  view.selectionModel()->select(view.Items().IndexOf(claims), QItemSelectionModel::Select);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(tree.SelectedNode(), pricing);
+  EXPECT_EQ(view.selectionModel()->selectedIndexes(), QModelIndexList{view.Items().IndexOf(pricing)});
 }
 
 TEST_F(TreeViewTest, ADragWithTheButtonDownSelectsNothing) {

@@ -72,6 +72,14 @@ TEST_F(InputGateTest, PaintsWhatHasChanged) {
   EXPECT_GT(painted_.times, before);
 }
 
+TEST_F(InputGateTest, PaintsAlsoWhereInputIsKept) {
+  QCoreApplication::processEvents();
+  const int before = painted_.times;
+  painted_.update();
+  gate_.LetPaintOnly();
+  EXPECT_GT(painted_.times, before);
+}
+
 TEST_F(InputGateTest, DropsWhatIsTypedAndClicked) {
   Meanwhile([this] {
     QTest::keyClicks(&field_, "typed");

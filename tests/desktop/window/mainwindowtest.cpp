@@ -1,19 +1,27 @@
 #include "desktop/window/mainwindow.h"
 
 #include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialog>
 #include <QDockWidget>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QSignalSpy>
+#include <QSplitterHandle>
 #include <QStatusBar>
+#include <QStyle>
 #include <QTest>
 #include <QTreeView>
 
 #include "browser/commandtable.h"
+#include "desktop/icons/iconset.h"
 #include "desktop/locator/locator.h"
 #include "desktop/window/failurebar.h"
 #include "desktop/window/modalanswer.h"
@@ -138,9 +146,8 @@ TEST_F(MainWindowTest, AProgramThatIsChosenIsOnView) {
   QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualRect(list.model()->index(0, 0)).center());
   EXPECT_EQ(window->Desk()->Session().Viewer().CurFile()->FileName, "cobol/payfee.cbl");
   EXPECT_EQ(LabelText(*window, "statusSource"), QString::fromUtf8("PAYFEE · cobol/payfee.cbl"));
-  EXPECT_EQ(LabelText(*window, "statusRow"), "Row 1");
   window->Desk()->Session().Viewer().SelectRows(3, 2);
-  EXPECT_EQ(LabelText(*window, "statusRow"), "Row 3, selected: 2");
+  EXPECT_EQ(LabelText(*window, "place"), "Rows 3 to 4 selected");
 }
 
 TEST_F(MainWindowTest, CountsTheRulesOfThePrograms) {
@@ -233,6 +240,120 @@ TEST_F(MainWindowTest, LettersAndColoursAreKept) {
   window->Menus().systemFont->trigger();
   QCoreApplication::processEvents();
   EXPECT_EQ(QFontInfo(window->font()).pointSize(), before);
+}
+
+TEST_F(MainWindowTest, TheTitlesOfThePanesGrowWithTheLetters) {
+  const auto window = WindowWithWorkspace();
+  // How far to the right the title's letters reach.
+  const auto titleEnd = [&] {
+    auto& dock = Dock(*window, "rulesDock");
+    const QImage title = dock.grab(QRect(0, 0, dock.width() / 2, dock.widget()->y() - 2)).toImage();
+    int end = 0;
+    for (int y = 2; y < title.height(); ++y) {
+      for (int x = 0; x < title.width(); ++x) {
+        if (std::abs(title.pixelColor(x, y).lightness() - title.pixelColor(title.width() - 1, y).lightness()) > 60) {
+          end = std::max(end, x);
+        }
+      }
+    }
+    return end;
+  };
+  const int before = titleEnd();
+  EXPECT_GT(before, 20);
+  window->UseFontSize(2 * appearance_.FontSize());
+  EXPECT_TRUE(QTest::qWaitFor([&] { return titleEnd() > before * 3 / 2; }));
+}
+
+TEST_F(MainWindowTest, MessageBoxesHaveThePicturesOfTheScheme) {
+  const auto window = Window();
+  window->UseScheme(Scheme::Dark);
+  for (const auto& [asked, key] :
+       {std::pair(QStyle::SP_MessageBoxQuestion, "Question"),
+        std::pair(QStyle::SP_MessageBoxInformation, "Information"), std::pair(QStyle::SP_MessageBoxWarning, "Warning"),
+        std::pair(QStyle::SP_MessageBoxCritical, "Error")}) {
+    EXPECT_EQ(QApplication::style()->standardIcon(asked).pixmap(32, 32).toImage(),
+              IconSet(IconSet::Background::Dark).Icon(key).pixmap(32, 32).toImage())
+        << key;
+  }
+}
+
+TEST_F(MainWindowTest, BoxesAndFieldsHaveOutlinesThatAreSeenOnADarkWindow) {
+  const auto window = Window();
+  window->UseScheme(Scheme::Dark);
+  QWidget ground;
+  QRadioButton round(&ground);
+  QCheckBox box(&ground);
+  QLineEdit field(&ground);
+  for (QWidget* const part :
+       {static_cast<QWidget*>(&round), static_cast<QWidget*>(&box), static_cast<QWidget*>(&field)}) {
+    part->resize(part->sizeHint());
+    const QImage drawn = part->grab().toImage();
+    const int dark = ground.palette().color(QPalette::Window).lightness();
+    int lightest = 0;
+    for (int y = 0; y < drawn.height(); ++y) {
+      for (int x = 0; x < drawn.width(); ++x) lightest = std::max(lightest, drawn.pixelColor(x, y).lightness());
+    }
+    EXPECT_GT(lightest, dark + 50) << part->metaObject()->className();
+  }
+}
+
+TEST_F(MainWindowTest, TheKeyboardReachesTheLinesBetweenThePanes) {
+  const auto window = WindowWithWorkspace();
+  window->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+  window->resize(1600, 800);
+  window->Desk()->FocusControl();
+  for (int step = 0; step < 10; ++step) {
+    window->Menus().largerPane->trigger();
+    QCoreApplication::processEvents();
+  }
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_F8);
+  const auto* const bar = qobject_cast<QSplitterHandle*>(QApplication::focusWidget());
+  ASSERT_NE(bar, nullptr);
+  const int before = bar->x();
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Right);
+  EXPECT_GT(bar->x(), before);
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+  EXPECT_TRUE(Control(*window).Widgets().tvObjects.HasFocus());
+}
+
+TEST_F(MainWindowTest, KeysMakeAPaneLargerAndSmaller) {
+  const auto window = WindowWithWorkspace();
+  window->resize(1400, 800);
+  window->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+  const auto width = [&](const char* dock) { return Dock(*window, dock).width(); };
+  window->Desk()->FocusControl();
+  const int rules = width("rulesDock");
+  window->Menus().largerPane->trigger();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return width("rulesDock") > rules; }));
+  const int larger = width("rulesDock");
+  window->Menus().smallerPane->trigger();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return width("rulesDock") < larger; }));
+  const int smaller = width("rulesDock");
+  window->Programs().FocusFilter();
+  const int programs = width("programsDock");
+  window->Menus().largerPane->trigger();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return width("programsDock") > programs; }));
+  window->Desk()->FocusSource();
+  window->Menus().smallerPane->trigger();  // the source gives room to the rules
+  EXPECT_TRUE(QTest::qWaitFor([&] { return width("rulesDock") > smaller; }));
+}
+
+TEST_F(MainWindowTest, TheEncodingOfTheSourcesIsSetInTheOptions) {
+  const auto window = WindowWithWorkspace();
+  auto& host = window->Desk()->Session().Host();
+  const ModalAnswer answer([](QWidget& page) {
+    for (auto* const box : page.findChildren<QComboBox*>()) box->setEditText("IBM037");
+    qobject_cast<QDialog*>(&page)->accept();
+  });
+  window->Menus().options->trigger();
+  ASSERT_TRUE(answer.Done());
+  EXPECT_EQ(host.Folder().SourceEncoding(), "IBM037");
+  EXPECT_EQ(host.FileSystem().SourceEncoding(), "IBM037");
+  EXPECT_EQ(workbench::EmbeddedHost(Root(), Services()).Folder().SourceEncoding(), "IBM037");
+  // The next scan reads the sources by it: they make no sense then.
+  EXPECT_EQ(window->Desk()->Session().Scan().Count(workbench::ScannedModel::Outcome::Unchanged), 0U);
 }
 
 TEST_F(MainWindowTest, AFolderThatIsNoWorkspaceIsRefusedAndTheWindowLivesOn) {

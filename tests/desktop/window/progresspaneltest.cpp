@@ -25,7 +25,7 @@ class ProgressPanelTest : public testing::Test {
   void Soon(const std::function<void()>& action) { QMetaObject::invokeMethod(&window_, action, Qt::QueuedConnection); }
   // Long enough for the panel to look at events again.
   bool AskedAWhileLater() {
-    QTest::qSleep(60);
+    QTest::qSleep(100);
     return panel_.Cancelled();
   }
 
@@ -94,6 +94,24 @@ TEST_F(ProgressPanelTest, WorkWithinWorkLeavesTheOuterOneOnDisplay) {
   EXPECT_TRUE(Cancel().isVisible());
   panel_.FinishProgress();
   EXPECT_FALSE(panel_.IsOpen());
+}
+
+TEST_F(ProgressPanelTest, PaintsWithoutWork) {
+  int painted = 0;
+  Soon([&] { ++painted; });
+  EXPECT_FALSE(AskedAWhileLater());
+  EXPECT_EQ(painted, 1);
+  EXPECT_FALSE(panel_.isVisible());
+}
+
+TEST_F(ProgressPanelTest, WithoutWorkItPaintsOnlyNowAndThen) {
+  int painted = 0;
+  panel_.Cancelled();
+  Soon([&] { ++painted; });
+  for (int asked = 0; asked < 1000; ++asked) panel_.Cancelled();
+  EXPECT_EQ(painted, 0);
+  EXPECT_FALSE(AskedAWhileLater());
+  EXPECT_EQ(painted, 1);
 }
 
 TEST_F(ProgressPanelTest, WhatIsTypedMeanwhileIsDropped) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
 namespace qmrules::platform {
 namespace {
 
@@ -75,6 +77,26 @@ TEST(RecordingProgress, EachWorkCountsItsOwnSteps) {
   progress.FinishProgress();
   progress.StartProgress("Second", 2, false);
   EXPECT_EQ(progress.Done(), 0);
+}
+
+TEST(ProgressDisplay, IsClosedOnEveryPath) {
+  RecordingProgress progress;
+  try {
+    const ProgressDisplay display(progress, "Report", 3, true);
+    EXPECT_TRUE(progress.IsOpen());
+    throw std::runtime_error("no");
+  } catch (const std::runtime_error&) {
+    EXPECT_FALSE(progress.IsOpen());
+  }
+  EXPECT_EQ(progress.Entries().size(), 2U);
+}
+
+TEST(PaintPauses, AskTheHostOnceInManyTurnsAndShowNothing) {
+  RecordingProgress progress;
+  PaintPauses pauses(progress);
+  for (int turn = 0; turn < 6400; ++turn) pauses.Turn();
+  EXPECT_EQ(progress.Asked(), 100);
+  EXPECT_TRUE(progress.Entries().empty());
 }
 
 }  // namespace

@@ -60,6 +60,20 @@ TEST_F(EmbeddedHostTest, HandsOutTheCurrentProjectAndItsOptions) {
   EXPECT_TRUE(host.GlobalOptions().Document().selectSingleNode("//CASE[@NAME='QMGlossary']"));
 }
 
+TEST_F(EmbeddedHostTest, TheEncodingOfTheSourcesIsSetForAll) {
+  Create();
+  EmbeddedHost host(Root(), Services());
+  folder_.Write("work/a.cbl", "\x83\x65");
+  host.SetSourceEncoding("SHIFT_JIS");
+  EXPECT_EQ(host.FileSystem().ReadTextFile(host.PathOf("a.cbl")), "\u30c6");
+  EXPECT_EQ(Open().Folder().SourceEncoding(), "SHIFT_JIS");
+  EXPECT_THROW(host.SetSourceEncoding("KLINGON"), platform::Error);
+  EXPECT_EQ(host.Folder().SourceEncoding(), "SHIFT_JIS");
+  EXPECT_EQ(host.FileSystem().SourceEncoding(), "SHIFT_JIS");
+  host.SetSourceEncoding("");
+  EXPECT_EQ(Open().Folder().SourceEncoding(), "");
+}
+
 TEST_F(EmbeddedHostTest, OpensTheModelsOfScannedSources) {
   Create();
   folder_.Write("work/a.cbl",

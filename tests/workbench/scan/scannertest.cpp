@@ -387,13 +387,26 @@ TEST_F(ScannerTest, TheProgressTellsOfEveryFile) {
   progress_ = platform::RecordingProgress();
   Scan();
   using Call = platform::RecordingProgress::Call;
-  const std::vector<platform::RecordingProgress::Entry> expected{{Call::StartProgress, "Scanning sources", 2, true},
-                                                                 {Call::StartStep, "1 unchanged", 0, false},
-                                                                 {Call::FinishStep, "", 1, false},
-                                                                 {Call::StartStep, "b.cbl", 0, false},
-                                                                 {Call::FinishStep, "", 1, false},
-                                                                 {Call::FinishProgress, "", 0, false}};
+  const std::vector<platform::RecordingProgress::Entry> expected{
+      {Call::StartProgress, "Scanning sources", 2, true},
+      {Call::StartStep, "1 unchanged", 0, false},
+      {Call::FinishStep, "", 1, false},
+      {Call::StartStep, "b.cbl", 0, false},
+      {Call::FinishStep, "", 1, false},
+      {Call::FinishProgress, "", 0, false},
+      {Call::StartProgress, "Updating the catalogue", 1, false},
+      {Call::StartStep, "b.cbl", 0, false},
+      {Call::FinishStep, "", 1, false},
+      {Call::FinishProgress, "", 0, false}};
   EXPECT_EQ(progress_.Entries(), expected);
+}
+
+TEST_F(ScannerTest, AScanThatWritesNothingShowsNoUpdate) {
+  Source("a.cbl", "PROGRAM A\n");
+  Scan();
+  progress_ = platform::RecordingProgress();
+  Scan();
+  for (const auto& entry : progress_.Entries()) EXPECT_NE(entry.text, "Updating the catalogue");
 }
 
 TEST_F(ScannerTest, ACancelledScanKeepsWhatIsDone) {
