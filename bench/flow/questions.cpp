@@ -83,7 +83,7 @@ void MeasureQuestions(const std::vector<FlowModels>& programs, Bars& bars) {
   }
   bars.Add("first_ms", all[1].first * 1000, kFirstLimit);
   bars.Add("further_ms", all[1].median * 1000, kFurtherLimit);
-  bars.Add("question_growth", all[2].mean / all[1].mean, kGrowthLimit);
+  bars.Add("question_growth", all[2].median / all[1].median, kGrowthLimit);
   bars.Add("memory_growth", all[2].bytesPerLine / all[1].bytesPerLine, kMemoryLimit);
 }
 

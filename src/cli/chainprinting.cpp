@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <iterator>
 
 #include "cli/displaywidth.h"
 
@@ -80,14 +81,33 @@ std::string ChainPrinter::ConditionText(const Program& program, const Controllin
   return text;
 }
 
-void ChainPrinter::PrintConditions(std::ostream& out, const ChainNode& node, const std::string& indent) {
+// A loop that has ended in a range that has returned tells nothing about the statement.
+std::vector<ControllingCondition> ChainPrinter::ShownConditions(const ChainNode& node) {
+  const auto& common = common_[node.program].conditions;
+  std::vector<ControllingCondition> shown;
+  std::ranges::copy_if(node.conditions.always, std::back_inserter(shown), [&](const ControllingCondition& condition) {
+    return !(condition.ended && condition.within != 0) && std::ranges::find(common, condition) == common.end();
+  });
+  return shown;
+}
+
+// Conditions that stand at the node above, all of them, are not told again.
+void ChainPrinter::PrintConditions(std::ostream& out, const ChainNode& node, const ChainNode* above,
+                                   const std::string& indent) {
   const Program& program = *node.program;
   if (!node.conditions.runs) out << indent << "never runs\n";
-  const auto& common = common_[&program].conditions;
-  for (const ControllingCondition& condition : node.conditions.always) {
-    if (std::ranges::find(common, condition) != common.end()) continue;
-    out << indent << ConditionText(program, condition) << '\n';
+  std::vector<ControllingCondition> shown = ShownConditions(node);
+  if (above != nullptr && above->program == node.program) {
+    const std::vector<ControllingCondition> told = ShownConditions(*above);
+    const auto isShown = [&](const ControllingCondition& condition) {
+      return std::ranges::find(shown, condition) != shown.end();
+    };
+    if (told.size() > 1 && std::ranges::all_of(told, isShown)) {
+      std::erase_if(shown, [&](const auto& each) { return std::ranges::find(told, each) != told.end(); });
+      out << indent << (shown.empty() ? "as above\n" : "as above, and\n");
+    }
   }
+  for (const ControllingCondition& condition : shown) out << indent << ConditionText(program, condition) << '\n';
   for (const WayIn& way : node.conditions.waysIn) {
     if (way.conditions.empty()) continue;
     out << indent << (way.perform == 0 ? "from above" : "performed at " + Place(program, way.perform)) << '\n';
@@ -97,7 +117,7 @@ void ChainPrinter::PrintConditions(std::ostream& out, const ChainNode& node, con
   }
 }
 
-void ChainPrinter::Print(std::ostream& out, const ChainNode& node, std::size_t depth) {
+void ChainPrinter::Print(std::ostream& out, const ChainNode& node, const ChainNode* above, std::size_t depth) {
   const std::string indent(2 * depth, ' ');
   const NodeId place = PlaceOf(node);
   out << indent
@@ -110,8 +130,8 @@ void ChainPrinter::Print(std::ostream& out, const ChainNode& node, std::size_t d
   for (const CallPassed& call : node.calls) {
     out << indent << "    through the call at " << Place(*call.program, call.statement) << '\n';
   }
-  PrintConditions(out, node, indent + "    ");
-  for (const ChainNode& next : node.next) Print(out, next, depth + 1);
+  PrintConditions(out, node, above, indent + "    ");
+  for (const ChainNode& next : node.next) Print(out, next, &node, depth + 1);
 }
 
 void ChainPrinter::FindCommon(const std::vector<ChainNode>& nodes) {
@@ -119,7 +139,7 @@ void ChainPrinter::FindCommon(const std::vector<ChainNode>& nodes) {
     const bool isStatement = PlaceOf(node) == node.statement && node.conditions.runs && !node.seenBefore;
     Common& common = common_[node.program];
     if (isStatement && common.statements++ == 0) {
-      common.conditions = node.conditions.always;
+      common.conditions = ShownConditions(node);
     } else if (isStatement) {
       const auto& own = node.conditions.always;
       std::erase_if(common.conditions, [&](const auto& shared) { return std::ranges::find(own, shared) == own.end(); });
@@ -147,7 +167,7 @@ void ChainPrinter::Print(std::ostream& out, const ChainTree& tree) {
     if (common.statements < 2) common.conditions.clear();
   }
   PrintCommon(out);
-  for (const ChainNode& root : tree.roots) Print(out, root, 1);
+  for (const ChainNode& root : tree.roots) Print(out, root, nullptr, 1);
   if (tree.gaps.empty()) return;
   out << "\nWhat is not known:\n";
   for (const NetworkGap& gap : tree.gaps) {

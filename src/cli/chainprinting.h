@@ -31,10 +31,11 @@ class ChainPrinter {
   using NodeId = workbench::flow::NodeId;
   using Program = workbench::flow::NetworkProgram;
 
-  void Print(std::ostream& out, const ChainNode& node, std::size_t depth);
+  void Print(std::ostream& out, const ChainNode& node, const ChainNode* above, std::size_t depth);
   void FindCommon(const std::vector<ChainNode>& nodes);
   void PrintCommon(std::ostream& out) const;
-  void PrintConditions(std::ostream& out, const ChainNode& node, const std::string& indent);
+  std::vector<workbench::flow::ControllingCondition> ShownConditions(const ChainNode& node);
+  void PrintConditions(std::ostream& out, const ChainNode& node, const ChainNode* above, const std::string& indent);
   Json AsJson(const ChainNode& node);
   Json ConditionsAsJson(const Program& program, const std::vector<workbench::flow::ControllingCondition>& conditions);
   NodeId PlaceOf(const ChainNode& node) const;

@@ -14,7 +14,6 @@ using workbench::codemodel::Entity;
 using workbench::flow::ByteInterval;
 using workbench::flow::ByteSet;
 using workbench::flow::ChainLink;
-using workbench::flow::DefinitionKind;
 using workbench::flow::Effect;
 using workbench::flow::LinkReason;
 using workbench::flow::NetworkChain;

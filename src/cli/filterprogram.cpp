@@ -62,6 +62,7 @@ std::string RunFilter(const std::string& program, const std::vector<std::string>
   std::vector<std::string> words{program};
   words.insert(words.end(), arguments.begin(), arguments.end());
   std::vector<char*> pointers;
+  pointers.reserve(words.size() + 1);
   for (auto& word : words) pointers.push_back(word.data());
   pointers.push_back(nullptr);
   FileActions actions;

@@ -147,7 +147,7 @@ Json GapsAsJson(const ModelImage& model, const FlowGraph& flow) {
 }
 
 std::string FlowCommand::Picture(const FlowPicture& picture, NodeId label, NodeId division) const {
-  const std::string dot = label != 0 ? DrawLabel(picture, label) : DrawOverview(picture, division);
+  std::string dot = label != 0 ? DrawLabel(picture, label) : DrawOverview(picture, division);
   if (format_ == "dot") return dot;
   try {
     return RunFilter("dot", {"-Tsvg"}, dot);

@@ -25,7 +25,6 @@ using workbench::flow::PerformRange;
 using workbench::flow::Point;
 using workbench::flow::PointId;
 using workbench::flow::PointKind;
-using workbench::flow::RangeBodies;
 using workbench::flow::Way;
 using workbench::flow::WayKind;
 

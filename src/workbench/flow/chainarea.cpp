@@ -4,6 +4,8 @@
 #include <numeric>
 #include <utility>
 
+#include "workbench/flow/equalrun.h"
+
 namespace qmrules::workbench::flow {
 
 namespace {
@@ -65,14 +67,13 @@ std::vector<std::uint32_t> ChainArea::Touching(const ByteSet& bytes) const {
 }
 
 std::vector<std::uint32_t> ChainArea::OfOperand(NodeId operand) const {
-  const auto found = std::ranges::equal_range(byOperand_, operand, {},
-                                              [this](std::uint32_t index) { return effects_[index].effect.operand; });
+  const auto found =
+      EqualRun(byOperand_, operand, [this](std::uint32_t index) { return effects_[index].effect.operand; });
   return {found.begin(), found.end()};
 }
 
 std::span<const AreaGap> ChainArea::GapsAt(PointId point) const {
-  const auto found = std::ranges::equal_range(gaps_, point, {}, &AreaGap::point);
-  return {found.begin(), found.end()};
+  return EqualRun(gaps_, point, &AreaGap::point);
 }
 
 std::size_t ChainArea::Bytes() const {

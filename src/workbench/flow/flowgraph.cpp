@@ -4,6 +4,7 @@
 #include <array>
 
 #include "workbench/codemodel/records.h"
+#include "workbench/flow/equalrun.h"
 
 namespace qmrules::workbench::flow {
 
@@ -40,8 +41,7 @@ void FlowGraph::Finish() {
 }
 
 std::span<const PointId> FlowGraph::PointsOf(NodeId node) const {
-  const auto found = std::ranges::equal_range(byNode_, node, {}, [this](PointId point) { return points_[point].node; });
-  return {found.begin(), found.end()};
+  return EqualRun(byNode_, node, [this](PointId point) { return points_[point].node; });
 }
 
 PointId FlowGraph::PointOf(NodeId node) const {

@@ -5,7 +5,6 @@
 namespace qmrules::workbench::flow::cobol {
 
 using codemodel::DataSectionKind;
-using codemodel::DataUsage;
 using codemodel::DeclRecord;
 using codemodel::Entity;
 using codemodel::ModelImage;

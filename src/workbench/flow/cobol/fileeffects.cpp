@@ -9,7 +9,6 @@
 // READ, WRITE and the other statements on files, SORT and MERGE.
 namespace qmrules::workbench::flow::cobol {
 
-using codemodel::DataUsage;
 using codemodel::Entity;
 using codemodel::FileRecord;
 using codemodel::ModelImage;

@@ -26,7 +26,7 @@ bool IsOneOf(std::string_view name, std::initializer_list<std::string_view> comm
 
 MonitorWays::MonitorWays(const codemodel::ModelImage& model, NodeId division, UnitLabels& labels, OpenWays& ways,
                          FlowGraph& graph)
-    : model_(model), unitLabels_(labels), ways_(ways), graph_(graph) {
+    : model_(model), ways_(ways), graph_(graph) {
   chances_.fill(kNoPoint);
   const auto nodes = model.Nodes();
   std::array<NodeId, kKinds> first{};

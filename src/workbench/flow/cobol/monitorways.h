@@ -31,7 +31,6 @@ class MonitorWays {
   bool IsHandled(std::string_view name) const;
 
   const codemodel::ModelImage& model_;
-  UnitLabels& unitLabels_;
   OpenWays& ways_;
   FlowGraph& graph_;
   std::array<std::vector<NodeId>, kKinds> labels_;

@@ -15,7 +15,6 @@ using codemodel::ModelImage;
 using codemodel::NodeRecord;
 using codemodel::Role;
 using codemodel::cobol::AddBytes;
-using codemodel::cobol::kMostBytes;
 using codemodel::cobol::MultiplyBytes;
 
 namespace {

@@ -11,7 +11,6 @@ using codemodel::DataUsage;
 using codemodel::DeclRecord;
 using codemodel::Entity;
 using codemodel::ModelImage;
-using codemodel::NodeRecord;
 using codemodel::cobol::AddBytes;
 using codemodel::cobol::kConstantLevel;
 using codemodel::cobol::kMostBytes;

@@ -12,7 +12,6 @@ using codemodel::DataUsage;
 using codemodel::Entity;
 using codemodel::NodeRecord;
 using codemodel::Role;
-using codemodel::VarUsage;
 
 namespace {
 

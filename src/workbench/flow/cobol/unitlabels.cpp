@@ -4,6 +4,7 @@
 
 #include "workbench/codemodel/cobol/procedure/verbs.h"
 #include "workbench/codemodel/nodewalk.h"
+#include "workbench/flow/equalrun.h"
 
 namespace qmrules::workbench::flow::cobol {
 
@@ -45,12 +46,11 @@ void UnitLabels::FindAlters() {
     }
   }
   std::ranges::sort(alters_);
-  alters_.erase(std::ranges::unique(alters_).begin(), alters_.end());
+  alters_.erase(std::unique(alters_.begin(), alters_.end()), alters_.end());
 }
 
 std::span<const std::pair<NodeId, NodeId>> UnitLabels::AlteredTo(NodeId paragraph) const {
-  const auto found = std::ranges::equal_range(alters_, paragraph, {}, &std::pair<NodeId, NodeId>::first);
-  return {found.begin(), found.end()};
+  return EqualRun(alters_, paragraph, &std::pair<NodeId, NodeId>::first);
 }
 
 std::optional<std::uint32_t> UnitLabels::IndexOf(NodeId node) const {

@@ -4,6 +4,7 @@
 
 #include "workbench/codemodel/cobol/procedure/verbs.h"
 #include "workbench/codemodel/nodewalk.h"
+#include "workbench/flow/equalrun.h"
 
 namespace qmrules::workbench::flow::cobol {
 
@@ -56,7 +57,7 @@ UseProcedures::UseProcedures(const codemodel::ModelImage& model, NodeId division
     lastSection_ = child;
     Take(child, use, labels, graph);
   }
-  std::ranges::sort(byFile_);
+  std::sort(byFile_.begin(), byFile_.end());
   if (HasModes()) FindOpenModes(division);
 }
 
@@ -131,9 +132,9 @@ void UseProcedures::Add(std::span<const RangeId> more, std::vector<RangeId>& ran
 void UseProcedures::AddForFile(NodeId reference, bool opens, std::vector<RangeId>& ranges) const {
   const NodeRecord& record = model_.Nodes()[reference];
   const std::uint32_t file = model_.Nodes()[record.declaration].detail;
-  const auto own = std::ranges::equal_range(byFile_, file, {}, &OfFile::file);
+  const std::span<const OfFile> own = EqualRun(byFile_, file, &OfFile::file);
   if (!own.empty()) {
-    for (const OfFile& each : std::span(own.begin(), own.end()).first(std::min(own.size(), kMostForOne))) {
+    for (const OfFile& each : own.first(std::min(own.size(), kMostForOne))) {
       ranges.push_back(each.range);
     }
     return;
@@ -157,7 +158,7 @@ void UseProcedures::RangesFor(NodeId statement, std::vector<RangeId>& ranges) co
     AddForFile(child, record.verb == static_cast<std::uint8_t>(Verb::Open), ranges);
   }
   std::ranges::sort(ranges);
-  ranges.erase(std::ranges::unique(ranges).begin(), ranges.end());
+  ranges.erase(std::unique(ranges.begin(), ranges.end()), ranges.end());
 }
 
 }  // namespace qmrules::workbench::flow::cobol

@@ -29,7 +29,7 @@ class UseProcedures {
   struct OfFile {
     std::uint32_t file = 0;  // index in FileRecords
     RangeId range = kNoRange;
-    auto operator<=>(const OfFile&) const = default;
+    bool operator<(const OfFile& other) const { return file != other.file ? file < other.file : range < other.range; }
   };
 
   void Take(NodeId section, NodeId use, UnitLabels& labels, FlowGraph& graph);
