@@ -56,10 +56,13 @@ void ReferenceSolver::SolvePiece(ByteInterval piece) {
   if (definitions_.empty()) return;
   const auto ranges = static_cast<RangeId>(bodies_.Flow().Ranges().size());
   const Bits none((definitions_.size() + 63) / 64);
-  facts_.assign(ranges, {});
+  facts_.clear();
+  facts_.resize(ranges);
   for (RangeId range = 0; range < ranges; ++range) {
     const std::size_t places = bodies_.Runs(range) ? bodies_.Of(range).points.size() : 0;
-    facts_[range] = {std::vector<Fact>(places, {none, false}), {none, false}, none};
+    facts_[range].before.assign(places, Fact{none, false});
+    facts_[range].exit.since = none;
+    facts_[range].atEntry = none;
   }
   const auto sweep = [&](bool (ReferenceSolver::*step)(RangeId)) {
     for (bool changed = true; changed;) {
