@@ -31,6 +31,12 @@ std::string HalfDistinctLines(std::size_t lines) {
   return Lines(lines, [&](std::size_t) { return text(random); });
 }
 
+std::string StockAndUniqueLines(std::size_t lines) {
+  constexpr std::size_t stock = 1'000;
+  std::mt19937_64 random(1);
+  return Lines(lines, [&](std::size_t line) { return random() % 2 == 0 ? random() % stock : stock + line; });
+}
+
 std::string RepeatedLine(std::size_t lines) {
   return Lines(lines, [](std::size_t) { return 0; });
 }

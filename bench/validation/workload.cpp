@@ -63,6 +63,9 @@ Workload::Workload(const std::string& folder, int files)
     const Stopwatch stopwatch;
     MakeSources();
     MakeRules();
+    // Closed, the store is in one file, of which copies can be made.
+    host_.reset();
+    host_ = std::make_unique<EmbeddedHost>(folder_, ServicesIn(folder_));
     host_->FileSystem().WriteFile(folder_ + "/complete", "");
     fmt::print("Generated {} sources and {} rules in {:.1f} s.\n", files, 2 * files * kRulesPerFile,
                stopwatch.Seconds());

@@ -19,7 +19,7 @@ bool FileLines::LoadLineIds(std::string_view fileText, bool collapseSpaces, std:
 }
 
 std::int32_t FileLines::IdOf(std::string_view line) {
-  return LineId(line, false);
+  return dictionary_.LineId(Key(line), false);
 }
 
 std::size_t FileLines::Bytes() const {
@@ -39,9 +39,11 @@ bool FileLines::Append(std::string_view fileText, std::int32_t mostLines) {
     const std::string_view line = PrepareLine(*raw, safe);
     if (line.empty()) continue;
     if (++count > mostLines) return false;
-    lineIds_.push_back(LineId(line, true));
+    dictionary_.Announce(Key(line));
     lineRows_.push_back(static_cast<std::int32_t>(reader.Row()));
+    if (dictionary_.IsBlockFull()) dictionary_.EnterAnnounced(lineIds_);
   }
+  dictionary_.EnterAnnounced(lineIds_);
   return true;
 }
 
@@ -51,11 +53,11 @@ void FileLines::Clear(std::size_t bytesToCome) {
   lineRows_.assign(1, 0);
 }
 
-std::int32_t FileLines::LineId(std::string_view line, bool add) {
-  if (!collapseSpaces_) return dictionary_.LineId(line, add);
+std::string_view FileLines::Key(std::string_view line) {
+  if (!collapseSpaces_) return line;
   collapsed_ = line;
   CollapseRuns(collapsed_, collapseSpaces_);
-  return dictionary_.LineId(collapsed_, add);
+  return collapsed_;
 }
 
 }  // namespace qmrules::validation

@@ -42,13 +42,13 @@ class FileLines {
  private:
   bool Append(std::string_view fileText, std::int32_t mostLines);
   void Clear(std::size_t bytesToCome);
-  std::int32_t LineId(std::string_view line, bool add);
+  std::string_view Key(std::string_view line);
 
   bool collapseSpaces_ = false;
   LineDictionary dictionary_;
   std::vector<std::int32_t> lineIds_;
   std::vector<std::int32_t> lineRows_;
-  std::string collapsed_;
+  std::string collapsed_;  // the key made last, where lines are collapsed
 };
 
 }  // namespace qmrules::validation

@@ -67,6 +67,7 @@ class SuffixTree {
   static constexpr std::int32_t kRoot = 1;
 
   void MakeRoom();
+  void FetchAhead() const;
   void InsertSuffix();
   void LinkHead();
   std::int32_t ScanOn(std::int32_t& node) const;
