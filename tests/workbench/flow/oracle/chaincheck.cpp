@@ -8,20 +8,24 @@
 
 namespace qmrules::test {
 
+using workbench::codemodel::DataSectionKind;
 using workbench::codemodel::Entity;
 using workbench::codemodel::ModelImage;
 using workbench::codemodel::NodeId;
 using workbench::codemodel::NodeRecord;
 using workbench::codemodel::StatementAround;
+using workbench::codemodel::UnitRecord;
 using workbench::flow::ByteInterval;
 using workbench::flow::ByteSet;
-using workbench::flow::ChainLink;
 using workbench::flow::ControllingCondition;
 using workbench::flow::DefinitionKind;
 using workbench::flow::FlowGraph;
+using workbench::flow::NetworkLink;
+using workbench::flow::NetworkProgram;
 using workbench::flow::Point;
 using workbench::flow::PointId;
 using workbench::flow::PointKind;
+using workbench::flow::ProgramCall;
 using workbench::flow::StatementConditions;
 using workbench::flow::WayIn;
 
@@ -36,33 +40,71 @@ NodeId OperandOf(const ModelImage& model, NodeId node) {
   return statement;
 }
 
-bool IsAmong(const std::vector<ChainLink>& links, const ChainLink& wanted) {
-  return std::ranges::any_of(
-      links, [&](const ChainLink& link) { return link.use == wanted.use && link.definition == wanted.definition; });
+std::uint32_t RowOf(const ModelImage& model, NodeId node) {
+  return model.Nodes()[node].firstRow;
+}
+
+// Does the node belong to the unit, and not to one nested in it?
+bool IsOf(const ModelImage& model, std::uint32_t unit, NodeId node) {
+  const auto units = model.Units();
+  if (node < units[unit].firstNode || node > units[unit].lastNode) return false;
+  return std::ranges::none_of(units, [&](const UnitRecord& inner) {
+    const auto index = static_cast<std::uint32_t>(&inner - units.data());
+    return index != unit && inner.parent == unit && node >= inner.firstNode && node <= inner.lastNode;
+  });
+}
+
+// 0 for what the program starts with.
+std::uint32_t RowOfDefinition(const NetworkLink& link) {
+  const bool isFirst = link.link.kind == DefinitionKind::InitialValue || link.link.kind == DefinitionKind::Parameter;
+  return isFirst ? 0 : RowOf(*link.program->model, link.link.definedAt);
 }
 
 }  // namespace
 
-ChainCheck::ChainCheck(std::shared_ptr<const ModelImage> model) : model_(std::move(model)), flow_(model_, 0) {
-  for (NodeId node = 1; node < model_->Nodes().size(); ++node) {
-    const NodeRecord& record = model_->Nodes()[node];
-    if (record.entity == Entity::Var) {
-      const NodeId operandOf = OperandOf(*model_, node);
-      if (operandOf != 0) occurrences_[{RowOf(operandOf), std::string(model_->Text(record.name))}].push_back(node);
-    } else if (record.entity == Entity::Decl && model_->Decl(node).area == node) {
-      areas_[std::string(model_->Text(record.name))] = node;
-    }
-  }
-  const FlowGraph& graph = flow_.Flow();
-  for (PointId point = 0; point < graph.Points().size(); ++point) {
-    const Point& at = graph.Points()[point];
-    const bool isStatement = at.kind == PointKind::Statement || (at.kind == PointKind::Leave && at.node != 0);
-    if (isStatement) statements_.emplace(RowOf(at.node), at.node);
+ChainCheck::ChainCheck(std::vector<std::shared_ptr<const ModelImage>> models)
+    : models_(std::move(models)),
+      network_(
+          [this](std::string_view name) -> std::shared_ptr<const ModelImage> {
+            for (const auto& model : models_) {
+              if (model->Text(model->Units()[0].name) == name) return model;
+            }
+            return nullptr;
+          },
+          [this](std::string_view) {
+            std::vector<std::string> names;
+            for (const auto& model : models_) names.emplace_back(model->Text(model->Units()[0].name));
+            return names;
+          }) {
+  for (const auto& model : models_) {
+    for (std::uint32_t unit = 0; unit < model->Units().size(); ++unit) TakeUnit(model, unit);
   }
 }
 
-std::uint32_t ChainCheck::RowOf(NodeId node) const {
-  return model_->Nodes()[node].firstRow;
+void ChainCheck::TakeUnit(const std::shared_ptr<const ModelImage>& model, std::uint32_t unit) {
+  const UnitRecord& record = model->Units()[unit];
+  const std::string program(model->Text(record.name));
+  for (NodeId node = std::max<NodeId>(record.firstNode, 1); node <= record.lastNode; ++node) {
+    if (!IsOf(*model, unit, node)) continue;
+    const NodeRecord& at = model->Nodes()[node];
+    const Place place{model.get(), unit, node};
+    if (at.entity == Entity::Var) {
+      const NodeId operandOf = OperandOf(*model, node);
+      if (operandOf != 0) occurrences_[{RowOf(*model, operandOf), std::string(model->Text(at.name))}].push_back(place);
+    } else if (at.entity == Entity::Decl && model->Decl(node).area == node) {
+      areas_[program + "/" + std::string(model->Text(at.name))] = place;
+    }
+  }
+  const FlowGraph graph = workbench::flow::FlowLanguageOf(*model)->BuildFlow(*model, unit);
+  for (const Point& at : graph.Points()) {
+    const bool isStatement = at.kind == PointKind::Statement || (at.kind == PointKind::Leave && at.node != 0);
+    if (isStatement) statements_.emplace(RowOf(*model, at.node), Place{model.get(), unit, at.node});
+  }
+}
+
+NetworkProgram& ChainCheck::ProgramOf(const Place& place) {
+  const auto owner = std::ranges::find(models_, place.model, [](const auto& model) { return model.get(); });
+  return network_.Add(*owner, place.unit);
 }
 
 void ChainCheck::Check(const std::vector<RunEvent>& events) {
@@ -76,42 +118,74 @@ void ChainCheck::Check(const std::vector<RunEvent>& events) {
     if (event.kind == RunEvent::Kind::Reads) {
       CheckRead(event);
     } else {
+      hasRun_.insert(event.row);
       CheckStatement(event.row);
     }
   }
 }
 
-const ChainCheck::Use& ChainCheck::UseOf(std::uint32_t row, const std::string& name) {
+ChainCheck::Use& ChainCheck::UseOf(std::uint32_t row, const std::string& name) {
   const auto [use, isNew] = uses_.try_emplace({row, name});
   if (!isNew) return use->second;
-  for (const NodeId occurrence : occurrences_[{row, name}]) {
-    for (ChainLink& link : flow_.DefinitionsReaching(occurrence).links) use->second.links.push_back(std::move(link));
+  for (const Place& occurrence : occurrences_[{row, name}]) {
+    for (NetworkLink& link : network_.DefinitionsReaching(ProgramOf(occurrence), occurrence.node).links) {
+      use->second.links.push_back({occurrence, std::move(link)});
+    }
   }
   return use->second;
 }
 
-// 0 for what the program starts with.
-std::uint32_t ChainCheck::RowOfDefinition(const ChainLink& link) const {
-  const bool isFirst = link.kind == DefinitionKind::InitialValue || link.kind == DefinitionKind::Parameter;
-  return isFirst ? 0 : RowOf(link.definedAt);
-}
-
 // The links of the use that tell of these bytes and this writer. Different parts of a statement, or of the data
 // division, may have written them.
-std::vector<const ChainLink*> ChainCheck::LinksOf(const RunEvent& read) {
-  std::vector<const ChainLink*> links;
+std::vector<const ChainCheck::UseLink*> ChainCheck::LinksOf(const RunEvent& read) {
+  std::vector<const UseLink*> links;
   const auto area = areas_.find(read.area);
   if (area == areas_.end()) return links;
-  for (const ChainLink& link : UseOf(read.row, read.name).links) {
-    const bool isOfThese = link.area == area->second && RowOfDefinition(link) == read.writer;
-    if (isOfThese && link.bytes.Overlaps({read.begin, read.end})) links.push_back(&link);
+  const Place& place = area->second;
+  for (const UseLink& found : UseOf(read.row, read.name).links) {
+    const NetworkLink& link = found.link;
+    const bool isThere = link.program->model.get() == place.model && link.program->unit == place.unit;
+    if (!isThere || link.link.area != place.node || RowOfDefinition(link) != read.writer) continue;
+    if (link.link.bytes.Overlaps({read.begin, read.end})) links.push_back(&found);
   }
   return links;
 }
 
-bool ChainCheck::TellsForward(const ChainLink& link) {
-  const auto [answer, isNew] = forward_.try_emplace({link.definition, link.use});
-  if (isNew) answer->second = IsAmong(flow_.UsesReached(link.definition).links, link);
+// An argument of a call whose programs are known: its uses are in these.
+bool ChainCheck::IsHandedOn(const Place& use) {
+  NetworkProgram& program = ProgramOf(use);
+  const auto& calls = program.flow->Calls();
+  const NodeId statement = StatementAround(*use.model, use.node);
+  const auto call = std::ranges::find(calls, statement, &ProgramCall::statement);
+  return call != calls.end() && use.node != call->program && !network_.ProgramsCalled(program, *call).empty();
+}
+
+bool ChainCheck::TellsForward(const UseLink& link) {
+  const NetworkProgram& defines = *link.link.program;
+  const Place definition{defines.model.get(), defines.unit, link.link.link.definition};
+  const auto [answer, isNew] = forward_.try_emplace({definition, link.use});
+  if (!isNew) return answer->second;
+  const auto uses = network_.UsesReached(ProgramOf(definition), definition.node).links;
+  const bool isTold = std::ranges::any_of(uses, [&](const NetworkLink& reached) {
+    return reached.program->model.get() == link.use.model && reached.link.use == link.use.node;
+  });
+  answer->second = isTold || IsHandedOn(link.use);
+  return answer->second;
+}
+
+// Is the link in the chain of these bytes of its area? True without asking where the program may have read them as
+// bytes of another area: a parameter's.
+bool ChainCheck::TellsOfBytes(const UseLink& link, ByteInterval bytes) {
+  const ModelImage& model = *link.link.program->model;
+  const bool isOfUse = link.use.model == &model && link.use.unit == link.link.program->unit;
+  const auto section = static_cast<DataSectionKind>(model.Decl(link.link.link.area).section);
+  if (!isOfUse || section == DataSectionKind::Linkage) return true;
+  const auto asked = std::make_tuple(link.use, link.link.link.definition, bytes.begin, bytes.end);
+  const auto [answer, isNew] = narrow_.try_emplace(asked);
+  if (!isNew) return answer->second;
+  const auto links = network_.DefinitionsReaching(ProgramOf(link.use), link.use.node, ByteSet(bytes)).links;
+  answer->second = std::ranges::any_of(
+      links, [&](const NetworkLink& found) { return found.link.definition == link.link.link.definition; });
   return answer->second;
 }
 
@@ -120,34 +194,63 @@ void ChainCheck::CheckRead(const RunEvent& read) {
                                        read.begin, read.end, read.area, read.writer);
   ByteSet missing(ByteInterval{read.begin, read.end});
   bool isForward = true;
-  for (const ChainLink* link : LinksOf(read)) {
-    missing.Remove(link->bytes);
+  bool isNarrow = true;
+  for (const UseLink* link : LinksOf(read)) {
+    missing.Remove(link->link.link.bytes);
     if (!TellsForward(*link)) isForward = false;
+    if (!TellsOfBytes(*link, {read.begin, read.end})) isNarrow = false;
   }
   if (!missing.Empty()) {
     misses_.insert(what + ": not in the chain");
     return;
   }
-  seen_.insert({read.row, read.name, read.writer});
+  uses_[{read.row, read.name}].seen.insert({read.writer, read.area.substr(0, read.area.find('/'))});
+  if (!isNarrow) misses_.insert(what + ": not in the chain of these bytes alone");
   if (!isForward) misses_.insert(what + ": not among the uses that the definition reaches");
 }
 
-std::size_t ChainCheck::Told() const {
-  std::set<std::tuple<std::uint32_t, std::string, std::uint32_t>> told;
-  for (const auto& [place, use] : uses_) {
-    for (const ChainLink& link : use.links) told.insert({place.first, place.second, RowOfDefinition(link)});
+// What came in from the callers is told by their definitions.
+std::set<ChainCheck::Writer> ChainCheck::WritersOf(const Use& use) const {
+  std::set<Writer> writers = use.seen;
+  for (const UseLink& link : use.links) {
+    if (link.link.link.kind == DefinitionKind::Parameter) continue;
+    writers.insert({RowOfDefinition(link.link), link.link.program->name});
   }
-  return told.size();
+  return writers;
 }
 
-bool ChainCheck::CameOut(const ControllingCondition& condition) const {
-  const auto outcome = outcomes_.find(RowOf(condition.condition));
+ChainCheck::Shares ChainCheck::Pairs() const {
+  Shares shares;
+  for (const auto& [place, use] : uses_) {
+    for (const Writer& writer : WritersOf(use)) {
+      ++shares.told;
+      if (writer.first == 0 || hasRun_.contains(writer.first)) ++shares.couldBe;
+      if (use.seen.contains(writer)) ++shares.seen;
+    }
+  }
+  return shares;
+}
+
+std::vector<std::string> ChainCheck::Unseen() const {
+  std::vector<std::string> unseen;
+  for (const auto& [place, use] : uses_) {
+    for (const Writer& writer : WritersOf(use)) {
+      if (use.seen.contains(writer) || (writer.first != 0 && !hasRun_.contains(writer.first))) continue;
+      unseen.push_back(fmt::format("unseen: row {} reads {}, written at row {} of {}", place.first, place.second,
+                                   writer.first, writer.second));
+    }
+  }
+  return unseen;
+}
+
+bool ChainCheck::CameOut(const ModelImage& model, const ControllingCondition& condition) const {
+  const auto outcome = outcomes_.find(RowOf(model, condition.condition));
   return outcome != outcomes_.end() && outcome->second == condition.sense;
 }
 
-const StatementConditions& ChainCheck::ConditionsOf(NodeId statement) {
+const StatementConditions& ChainCheck::ConditionsOf(const Place& statement) {
   const auto [conditions, isNew] = conditions_.try_emplace(statement);
-  if (isNew) conditions->second = flow_.ConditionsOf(statement);
+  if (isNew) conditions->second = ProgramOf(statement).flow->ConditionsOf(statement.node);
   return conditions->second;
 }
 
@@ -155,15 +258,16 @@ void ChainCheck::CheckStatement(std::uint32_t row) {
   const auto [first, last] = statements_.equal_range(row);
   if (first == last) misses_.insert(fmt::format("row {} runs: no statement is there", row));
   for (auto at = first; at != last; ++at) {
+    const ModelImage& model = *at->second.model;
     const StatementConditions& conditions = ConditionsOf(at->second);
     if (!conditions.runs) misses_.insert(fmt::format("row {} runs: told never to", row));
     for (const ControllingCondition& condition : conditions.always) {
-      if (CameOut(condition)) continue;
+      if (CameOut(model, condition)) continue;
       misses_.insert(fmt::format("row {} runs: the condition of row {} did not come out {}", row,
-                                 RowOf(condition.condition), condition.sense ? "true" : "false"));
+                                 RowOf(model, condition.condition), condition.sense ? "true" : "false"));
     }
-    const auto holds = [this](const WayIn& way) {
-      return std::ranges::all_of(way.conditions, [this](const auto& condition) { return CameOut(condition); });
+    const auto holds = [&](const WayIn& way) {
+      return std::ranges::all_of(way.conditions, [&](const auto& condition) { return CameOut(model, condition); });
     };
     if (!conditions.waysIn.empty() && std::ranges::none_of(conditions.waysIn, holds)) {
       misses_.insert(fmt::format("row {} runs: the conditions of no way in hold", row));

@@ -7,7 +7,10 @@ import storage
 from programtext import Item
 
 
-FUEL = 120  # paragraphs that a run may enter, and turns of inline loops
+# Paragraphs that a program may enter, and turns of loops that it may take, before it is filled up again: the main program
+# at each of its sentences, a called one at each call.
+FUEL = 40
+FUEL_OF_CALLED = 12
 
 
 class Condition:
@@ -26,7 +29,9 @@ class ControlStatements:
         self.loops = []  # switches of the inline loops around
         self.targets = []  # labels that a PERFORM may name here, in their order
         self.jumps = []  # labels that GO TO may name
-        self.may_leave_paragraph = True
+        self.exits = {}  # paragraphs with nothing but an EXIT, by those before them
+        self.own_exit = None  # that of the paragraph being written
+        self.is_first = True  # the paragraph
 
     # Statements one after another.
 
@@ -37,15 +42,19 @@ class ControlStatements:
         self.depth -= 1
 
     def statement(self):
-        if self.depth > 4 or self.random.random() < 0.55:
+        if self.depth > 3 or self.random.random() < 0.55:
             return self.data.any()
         kinds = [
             (6, self.if_statement),
             (3, self.evaluate),
             (5, self.perform),
             (3, self.perform_inline),
+            (1, self.evaluate_also),
+            (1, self.perform_varying_after),
             (2, self.search),
-            (2, self.read),
+            (1, self.search_two),
+            (1, self.search_all),
+            (0 if self.items.is_called else 2, self.read),
             (1, self.go_to),
             (1, self.go_to_depending),
             (1, self.leave),
@@ -53,23 +62,39 @@ class ControlStatements:
         weights = [weight for weight, _ in kinds]
         self.random.choices([kind for _, kind in kinds], weights)[0]()
 
-    def burn_fuel(self):
-        """Every program ends: each paragraph and each turn of an inline loop takes some of what it starts with."""
+    @property
+    def fuel(self):
+        return FUEL_OF_CALLED if self.items.is_called else FUEL
+
+    def fill_up(self):
+        self.data.whole("MOVE 0 TO FUEL", [], [Item("FUEL", "FUEL", 4)])
+
+    def burn_fuel(self, leave):
+        """Every program ends: each paragraph and each turn of a loop takes some fuel, and without any it is left."""
         fuel = Item("FUEL", "FUEL", 4)
         self.data.whole("ADD 1 TO FUEL", [fuel], [fuel])
         row = self.text.row
         self.text.runs(row)
         self.text.reads(row, fuel)
-        self.text.both(f"IF FUEL > {FUEL}")
+        self.text.both(f"IF FUEL > {self.fuel}")
         self.text.comes_out(row, True)
         self.text.runs(self.text.row)
-        self.text.both("STOP RUN")
+        self.exit_from(leave)
         self.text.only_instrumented("ELSE")
         self.text.comes_out(row, False)
         self.text.both("END-IF")
 
     def condition(self):
-        kind = self.random.randrange(5)
+        kind = self.random.randrange(9)
+        if kind == 5:
+            item = self.items.number()
+            return Condition(f"{item.text} = 3 OR 5 OR > 70", [item])
+        if kind == 6:
+            item = self.items.text()
+            return Condition(f"{item.text} {self.random.choice(['NUMERIC', 'NOT ALPHABETIC'])}", [item])
+        if kind == 7:
+            one, other = self.items.pair(self.items.number, self.items.number)
+            return Condition(f"NOT ({one.text} > {other.text} OR = 7)", [one, other])
         if kind == 0:
             name = self.random.choice(["S-ON", "S-OFF", "S-LOW"])
             parent = "S-2" if name == "S-LOW" else "S-1"
@@ -141,6 +166,81 @@ class ControlStatements:
         self.text.only_plain("END-EVALUATE")
         self.text.only_instrumented(*["END-IF"] * len(conditions))
 
+    def evaluate_also(self):
+        one, other = self.items.pair(self.items.number, self.items.number)
+        self.data.keep_subscripts(one, other)
+        low = self.random.randrange(40)
+        whens = [
+            (f"{low} THRU {low + 30} ALSO ANY", f"{one.text} >= {low} AND {one.text} <= {low + 30}", [one]),
+            (f"ANY ALSO NOT {low}", f"NOT {other.text} = {low}", [other]),
+            (f"NOT 1 THRU 9 ALSO {low}", f"NOT ({one.text} >= 1 AND {one.text} <= 9) AND {other.text} = {low}", [one, other]),
+        ]
+        self.text.runs(self.text.row)
+        self.text.only_plain(f"EVALUATE {one.text} ALSO {other.text}")
+        chosen = self.random.sample(whens, 2)
+        for when, condition, reads in chosen:
+            row = self.text.row
+            self.read_condition(row, Condition(condition, reads))
+            self.text.only_plain(f"WHEN {when}")
+            self.text.only_instrumented(f"IF {condition}")
+            self.text.comes_out(row, True)
+            self.data.simple()
+            self.text.only_instrumented("ELSE")
+            self.text.comes_out(row, False)
+        self.text.only_plain("WHEN OTHER")
+        self.data.simple()
+        self.text.only_plain("END-EVALUATE")
+        self.text.only_instrumented(*["END-IF"] * len(chosen))
+
+    def search_two(self):
+        """Two conditions, and an index that is set forward as well."""
+        item = self.items.number()
+        self.data.keep_subscripts(item)
+        self.text.both("SET E-I TO 1")
+        self.data.whole("MOVE 1 TO C-2", [], [Item("C-2", "C-2", 2)])
+        row = self.text.row
+        self.text.runs(row)
+        self.text.before_change([Item("C-2", "C-2", 2)])
+        self.text.both("SEARCH E-T VARYING C-2")
+        end = self.text.row
+        self.text.both("AT END")
+        self.text.after_change(row, [Item("C-2", "C-2", 2)])
+        self.text.comes_out(end, True)
+        self.data.simple()
+        first = self.text.row
+        self.text.both(f"WHEN E-K (E-I) = {item.text}")
+        self.text.after_change(row, [Item("C-2", "C-2", 2)])
+        self.text.comes_out(end, False)
+        self.text.reads(first, Item("E-K (E-I)", "E-K", 2), Item(item.text, item.name, item.size))
+        self.text.comes_out(first, True)
+        self.data.simple()
+        second = self.text.row
+        self.text.both('WHEN E-V (E-I) > "f"')
+        self.text.after_change(row, [Item("C-2", "C-2", 2)])
+        self.text.comes_out(end, False)
+        self.text.comes_out(first, False)
+        self.text.reads(second, Item("E-V (E-I)", "E-V", 3))
+        self.text.comes_out(second, True)
+        self.data.move_to_count()
+        self.text.both("END-SEARCH")
+
+    def search_all(self):
+        item, key = self.items.number(), Item("M-K (M-I)", "M-K", 2)
+        self.data.keep_subscripts(item)
+        self.text.runs(self.text.row)
+        self.text.both("SEARCH ALL M-T")
+        end = self.text.row
+        self.text.both("AT END")
+        self.text.comes_out(end, True)
+        self.data.move_to_count()
+        when = self.text.row
+        self.text.both(f"WHEN M-K (M-I) = {item.text}")
+        self.text.comes_out(end, False)
+        self.text.reads(when, key, Item(item.text, item.name, item.size))
+        self.text.comes_out(when, True)
+        self.data.whole("MOVE M-V (M-I) TO X-3", [Item("M-V (M-I)", "M-V", 2)], [Item("X-3", "X-3", 5)])
+        self.text.both("END-SEARCH")
+
     def search(self):
         item, key = self.items.number(), Item("E-K (E-I)", "E-K", 2, numeric=True)
         self.data.keep_subscripts(item)
@@ -181,16 +281,33 @@ class ControlStatements:
     # Loops.
 
     def perform(self):
-        if not self.targets:
+        what = self.range()
+        if what is None:
             return self.data.any()
-        first = self.random.randrange(len(self.targets))
-        last = min(first + self.random.choice([0, 0, 1, 2]), len(self.targets) - 1)
-        what = self.targets[first] if first == last else f"{self.targets[first]} THRU {self.targets[last]}"
         kind = self.random.randrange(6)
         if kind < 3:
             self.text.runs(self.text.row)
-            return self.text.both(f"PERFORM {what}")
+            self.text.both(f"PERFORM {what}")
+            return self.stay_in_loops()
         self.loop(kind, what)
+
+    def range(self):
+        """One or several of the targets, when there are any. An EXIT paragraph, which takes no fuel, is never the first: it could be performed
+        for ever."""
+        entries = [name for name in self.targets if name not in self.exits.values()]
+        if not entries:
+            return None
+        entry = self.random.choice(entries)
+        if entry in self.exits and self.random.random() < 0.7:
+            return f"{entry} THRU {self.exits[entry]}"
+        first = self.targets.index(entry)
+        last = min(first + self.random.choice([0, 0, 1, 2]), len(self.targets) - 1)
+        return entry if first == last else f"{entry} THRU {self.targets[last]}"
+
+    def stay_in_loops(self, *switches):
+        """Behind a PERFORM of paragraphs. By GO TO, these can have come to the loops around it a second time, and have
+        left them; here they still run."""
+        self.text.only_instrumented(*(f"MOVE 0 TO {switch}" for switch in (*self.loops, *switches)))
 
     def perform_inline(self):
         self.loop(self.random.randrange(3, 6), None)
@@ -210,7 +327,8 @@ class ControlStatements:
         if count == "I-1":
             self.text.reads(row, Item("I-1", "I-1", 1))
         if what:
-            return self.text.both(f"PERFORM {what} {count} TIMES")
+            self.text.both(f"PERFORM {what} {count} TIMES")
+            return self.stay_in_loops()
         switch = self.text.new_switch()
         self.text.only_instrumented(f"MOVE 0 TO {switch}")
         self.text.both(f"PERFORM {count} TIMES")
@@ -222,7 +340,7 @@ class ControlStatements:
         """The statements of an inline loop, within a PERFORM of their own that EXIT PERFORM leaves."""
         self.text.only_instrumented("PERFORM 1 TIMES")
         self.loops.append(switch)
-        self.burn_fuel()
+        self.burn_fuel("EXIT PERFORM")
         self.block()
         self.loops.pop()
         self.text.only_instrumented("END-PERFORM")
@@ -237,6 +355,7 @@ class ControlStatements:
         if any(name in condition.text for name in ("I-1", "I-2")):
             condition.text = "C-1 > 4"
             condition.reads = [Item("C-1", "C-1", 2)]
+        condition = Condition(f"{condition.text} OR FUEL > {self.fuel}", [*condition.reads, Item("FUEL", "FUEL", 4)])
         self.text.only_plain(f"PERFORM {what or ''}" + (" WITH TEST AFTER" if after else ""))
         row = self.text.row
         self.text.only_plain(f"    UNTIL {condition.text}")
@@ -265,6 +384,7 @@ class ControlStatements:
     def run_body(self, what, switch):
         if what:
             self.text.only_instrumented(f"PERFORM {what}")
+            self.stay_in_loops(switch)
         else:
             self.body(switch)
 
@@ -280,12 +400,13 @@ class ControlStatements:
         first, by = start.text if start else "1", step.text if step else "1"
         self.text.only_plain(f"PERFORM {what or ''} VARYING C-1 FROM {first} BY {by}")
         test = self.text.row
-        self.text.only_plain("    UNTIL C-1 > 4")
+        until = Condition(f"C-1 > 4 OR FUEL > {self.fuel}", [counter, Item("FUEL", "FUEL", 4)])
+        self.text.only_plain(f"    UNTIL {until.text}")
         switch = self.text.new_switch()
         self.text.only_instrumented(f"MOVE {first} TO C-1", f"MOVE 0 TO {switch}")
         self.text.writes(row, counter)
         self.text.only_instrumented(f"PERFORM UNTIL {switch} = 1")
-        self.test(test, Condition("C-1 > 4", [counter]), switch)
+        self.test(test, until, switch)
         self.run_body(what, switch)
         self.text.only_instrumented(f"IF {switch} = 0")
         self.text.reads(row, counter, *([step] if step else []))
@@ -295,13 +416,46 @@ class ControlStatements:
         if not what:
             self.text.only_plain("END-PERFORM")
 
+    def perform_varying_after(self):
+        """Out of line, over two counters."""
+        what = self.range()
+        if what is None:
+            return self.data.any()
+        outer, inner, fuel = Item("C-1", "C-1", 2), Item("C-2", "C-2", 2), Item("FUEL", "FUEL", 4)
+        row = self.text.row
+        self.text.runs(row)
+        self.text.only_plain(f"PERFORM {what} VARYING C-1 FROM 1 BY 1")
+        outer_row = self.text.row
+        outer_test = Condition(f"C-1 > 2 OR FUEL > {self.fuel}", [outer, fuel])
+        self.text.only_plain(f"    UNTIL {outer_test.text}", "    AFTER C-2 FROM 1 BY 2")
+        inner_row = self.text.row
+        inner_test = Condition(f"C-2 > 3 OR FUEL > {self.fuel}", [inner, fuel])
+        self.text.only_plain(f"    UNTIL {inner_test.text}")
+        outer_switch, inner_switch = self.text.new_switch(), self.text.new_switch()
+        self.text.only_instrumented("MOVE 1 TO C-1", "MOVE 1 TO C-2", f"MOVE 0 TO {outer_switch}")
+        self.text.writes(row, outer, inner)
+        self.text.only_instrumented(f"PERFORM UNTIL {outer_switch} = 1")
+        self.test(outer_row, outer_test, outer_switch)
+        self.text.only_instrumented(f"MOVE 0 TO {inner_switch}", f"PERFORM UNTIL {inner_switch} = 1")
+        self.test(inner_row, inner_test, inner_switch)
+        self.text.only_instrumented(f"PERFORM {what}")
+        self.stay_in_loops(outer_switch, inner_switch)
+        self.text.reads(row, inner)
+        self.text.only_instrumented("ADD 2 TO C-2")
+        self.text.writes(row, inner)
+        self.text.only_instrumented("END-IF", "END-PERFORM")
+        self.text.reads(row, outer)
+        self.text.only_instrumented("ADD 1 TO C-1", "MOVE 1 TO C-2")
+        self.text.writes(row, outer, inner)
+        self.text.only_instrumented("END-IF", "END-PERFORM")
+
     # Jumps.
 
-    def guarded(self, line):
+    def guarded(self, line, limit=40):
         """Behind a condition, so that what follows can be reached."""
         item = self.items.number()
         self.data.keep_subscripts(item)
-        condition = Condition(f"{item.text} > 30", [item])
+        condition = Condition(f"{item.text} > {limit}", [item])
         row = self.text.row
         self.text.runs(row)
         self.read_condition(row, condition)
@@ -314,24 +468,34 @@ class ControlStatements:
         self.text.both("END-IF")
 
     def go_to(self):
-        if self.jumps:
-            self.guarded(lambda: self.text.both(f"GO TO {self.random.choice(self.jumps)}"))
+        if not self.jumps or self.stays():
+            return self.data.any()
+        self.guarded(lambda: self.text.both(f"GO TO {self.random.choice(self.jumps)}"))
 
     def go_to_depending(self):
-        if len(self.jumps) < 2:
-            return
+        if len(self.jumps) < 2 or self.stays():
+            return self.data.any()
         row = self.text.row
         self.text.runs(row)
         self.text.reads(row, Item("S-2", "S-2", 1))
         names = " ".join(self.random.sample(self.jumps, 2))
         self.text.both(f"GO TO {names} DEPENDING ON S-2")
 
+    def stays(self):
+        """The paragraph that performs the others is seldom left before its end."""
+        return self.is_first and self.random.random() < 0.8
+
     def leave(self):
-        kinds = ["EXIT PARAGRAPH", "EXIT SECTION", "GOBACK", "STOP RUN"]
-        if self.loops:
-            kinds += ["EXIT PERFORM", "EXIT PERFORM CYCLE"] * 3
+        kinds = ["EXIT PERFORM", "EXIT PERFORM CYCLE"] * 3 if self.loops else []
+        if self.own_exit and not self.is_first:
+            kinds += [f"GO TO {self.own_exit}"] * 4
+        if not self.stays():
+            kinds += ["EXIT PARAGRAPH", "EXIT SECTION"] * 2
+            kinds += ["GOBACK", "EXIT PROGRAM" if self.items.is_called else "STOP RUN"]
+        if not kinds:
+            return self.data.any()
         kind = self.random.choice(kinds)
-        self.guarded(lambda: self.exit_from(kind))
+        self.guarded(lambda: self.exit_from(kind), limit=90 if kind in ("GOBACK", "STOP RUN") else 40)
 
     def exit_from(self, kind):
         if not kind.startswith("EXIT PERFORM"):

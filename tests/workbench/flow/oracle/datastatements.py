@@ -1,35 +1,43 @@
 """Statements that move and change data, in both texts."""
 
 import storage
+from arithmetic import Arithmetic
+from filestatements import FileStatements
 from programtext import Item
+from stringstatements import StringStatements
+from tablestatements import TableStatements
 
 
 class DataStatements:
     """Each method writes one statement. `text` is a ProgramText, `items` a Storage; `block` writes the statements of a
     phrase. What the statement reads is told before it, what it has written right behind it."""
 
-    def __init__(self, random, text, items):
+    def __init__(self, random, text, items, callees):
         self.random = random
         self.text = text
         self.items = items
+        self.callees = callees  # the programs that this one may call
         self.kinds = [
             (12, self.move),
             (6, self.move_constant),
             (3, self.move_group),
+            (1, self.move_to_several),
+            (2, self.move_part),
+            (1, self.move_function),
+            (2, self.display),
+            (1, self.nothing),
             (2, self.move_corresponding),
-            (4, self.add),
-            (3, self.compute),
-            (2, self.divide),
-            (2, self.string),
-            (2, self.unstring),
-            (2, self.inspect_replacing),
-            (1, self.inspect_tallying),
             (2, self.initialize),
             (2, self.set_condition),
-            (1, self.accept),
-            (1, self.write),
-            (1, self.call),
+            (2, self.accept),
+            (1, self.accept_time),
+            (1, self.call_other_language),
         ]
+        self.kinds += Arithmetic(self).kinds + StringStatements(self).kinds + TableStatements(self).kinds
+        if not items.is_called:
+            self.kinds += FileStatements(self).kinds
+        if callees:
+            self.kinds += [(4, self.call), (1, self.name_program)]
 
     def any(self):
         weights = [weight for weight, _ in self.kinds]
@@ -79,6 +87,19 @@ class DataStatements:
         self.text.both(line)
         self.text.after_change(row, targets)
 
+    def outcomes(self, row, bad, end, always=(), success=()):
+        """The branches of a statement that can fail: what it writes on both ways, and what when all is well."""
+        phrase = self.text.row
+        self.text.both(bad)
+        self.text.writes(row, *always)
+        self.text.comes_out(phrase, True)
+        self.simple()
+        self.text.both(f"NOT {bad}")
+        self.text.writes(row, *always, *success)
+        self.text.comes_out(phrase, False)
+        self.simple()
+        self.text.both(end)
+
     def move(self):
         source, target = self.items.pair(self.items.any, self.random.choice([self.items.text, self.items.number]))
         self.whole(f"MOVE {source.text} TO {target.text}", [source], [target])
@@ -89,8 +110,32 @@ class DataStatements:
             item = Item(name, name, storage.AREAS.get(name, 1))
             return self.whole(f"MOVE {self.random.randrange(low, high)} TO {name}", [], [item])
         target = self.random.choice([self.items.number, self.items.text])()
-        value = str(self.random.randrange(90)) if target.numeric else self.random.choice(['"abc"', "SPACES", '"x,y"', "ALL \"ab\""])
+        texts = ['"abc"', "SPACES", '"x,y"', 'ALL "ab"']
+        value = str(self.random.randrange(90)) if target.numeric else self.random.choice(texts)
         self.whole(f"MOVE {value} TO {target.text}", [], [target])
+
+    def move_to_several(self):
+        source, target = self.items.pair(self.items.number, self.items.text)
+        if source.name == "N-2":
+            return self.move()
+        self.whole(f"MOVE {source.text} TO {target.text} N-2", [source], [target, Item("N-2", "N-2", 4)])
+
+    def move_part(self):
+        """From and to a part whose place and length are variable: at least its first byte is read."""
+        self.bound("I-1")
+        self.bound("I-2")
+        row = self.start([Item("X-1 (I-1:I-2)", "X-1", 1)], [Item("X-2 (I-2:I-1)", "X-2", 1)])
+        target = [Item("X-2", "X-2", 8)]
+        self.text.before_change(target)
+        self.text.both("MOVE X-1 (I-1:I-2) TO X-2 (I-2:I-1)")
+        self.text.after_change(row, target)
+
+    def move_function(self):
+        self.whole("MOVE FUNCTION UPPER-CASE (X-1) TO X-2", [Item("X-1", "X-1", 8)], [Item("X-2", "X-2", 8)])
+
+    def display(self):
+        one, other = self.items.pair(self.items.any, self.items.any)
+        self.whole(f"DISPLAY {one.text} {other.text}", [one, other], [])
 
     def move_group(self):
         source, target = self.items.pair(self.items.group, self.items.group)
@@ -103,86 +148,83 @@ class DataStatements:
         targets = [Item(f"{name} OF D-2", name, size) for name, size in storage.CORRESPONDING]
         self.whole("MOVE CORRESPONDING D-1 TO D-2", reads, targets)
 
-    def add(self):
-        source, target = self.items.pair(self.items.number, self.items.number)
-        verb, word = self.random.choice([("ADD", "TO"), ("SUBTRACT", "FROM")])
-        line = f"{verb} {source.text} {word} {target.text}"
-        if self.random.random() < 0.6:
-            return self.whole(line, [source, target], [target])
-        self.keep_subscripts(source, target)
-        row = self.start([source, target])
-        self.text.both(line)
-        phrase = self.text.row
-        self.text.both("ON SIZE ERROR")
-        self.text.comes_out(phrase, True)
-        self.simple()
-        self.text.only_instrumented("NOT ON SIZE ERROR")
-        self.text.comes_out(phrase, False)
-        self.text.writes(row, target)
-        self.text.both(f"END-{verb}")
-
     def simple(self):
         """A short statement for a phrase."""
         target = self.items.number()
         self.whole(f"MOVE {self.random.randrange(50)} TO {target.text}", [], [target])
 
+    def nothing(self):
+        self.text.runs(self.text.row)
+        self.text.both("CONTINUE")
+
     def move_to_count(self):
         self.whole(f"MOVE {self.random.randrange(5)} TO C-1", [], [Item("C-1", "C-1", 2)])
 
-    def compute(self):
-        one, target = self.items.pair(self.items.number, self.items.number)
-        factor = self.random.randrange(1, 4)
-        self.whole(f"COMPUTE {target.text} = {one.text} * {factor} + 1", [one], [target])
-
-    def divide(self):
-        one, target = self.items.pair(self.items.number, self.items.number)
-        self.changing(f"COMPUTE {target.text} = 100 / {one.text}", [one], [target])
-
-    def string(self):
-        source, target = Item("X-1", "X-1", 8), Item("X-2", "X-2", 8)
-        if self.random.random() < 0.5:
-            source, target = Item("K-3", "K-3", 2), Item("X-3", "X-3", 5)
-        pointer = Item("P-1", "P-1", 2)
-        if self.random.random() < 0.5:
-            line = f"STRING {source.text} DELIMITED BY SPACE INTO {target.text}"
-            return self.changing(line, [source], [target])
-        self.changing(
-            f'STRING {source.text} "-" DELIMITED BY SIZE INTO {target.text} POINTER P-1', [source, pointer], [target, pointer]
-        )
-
-    def unstring(self):
-        # The first item always gets something, the second only when a delimiter is found.
-        source, first, second = Item("X-1", "X-1", 8), Item("X-2", "X-2", 8), Item("X-3", "X-3", 5)
-        row = self.start([source])
-        self.text.before_change([second])
-        self.text.both('UNSTRING X-1 DELIMITED BY "," OR " " INTO X-2 X-3')
-        self.text.writes(row, first)
-        self.text.after_change(row, [second])
-
-    def inspect_replacing(self):
-        item = self.items.text()
-        self.changing(f'INSPECT {item.text} REPLACING ALL "a" BY "c"', [item], [item])
-
-    def inspect_tallying(self):
-        item, count = self.items.text(), Item("C-1", "C-1", 2)
-        self.changing(f'INSPECT {item.text} TALLYING C-1 FOR ALL "b"', [item, count], [count])
-
     def initialize(self):
         name = self.random.choice(sorted(storage.INITIALIZED))
-        _, items = storage.INITIALIZED[name]
+        items = storage.INITIALIZED[name]
         self.whole(f"INITIALIZE {name}", [], [Item(text, text, size) for text, size in items])
 
     def set_condition(self):
-        self.whole(f"SET {self.random.choice(['S-ON', 'S-OFF'])} TO TRUE", [], [Item("S-1", "S-1", 1)])
+        name, parent = self.random.choice(
+            [("S-ON TO TRUE", "S-1"), ("S-OFF TO TRUE", "S-1"), ("S-LOW TO TRUE", "S-2"), ("S-ON TO FALSE", "S-1")]
+        )
+        self.whole(f"SET {name}", [], [Item(parent, parent, 1)])
+
+    def accept_time(self):
+        self.whole("ACCEPT X-1 FROM TIME", [], [Item("X-1", "X-1", 8)])
 
     def accept(self):
-        name, size = self.random.choice([("X-1", 8), ("A-1", 4), ("K-3", 2)])
+        name, size = self.random.choice([("X-1", 8), ("A-1", 4), ("K-3", 2), ("N-1", 4), ("A-5", 2), ("S-2", 1)])
         self.whole(f"ACCEPT {name}", [], [Item(name, name, size)])
 
-    def write(self):
-        source = Item("X-1", "X-1", 8) if self.random.random() < 0.5 else Item("A-R", "A-R", 11)
-        self.whole(f"WRITE O-REC FROM {source.text}", [source], [Item("O-REC", "O-REC", 12)])
-
-    def call(self):
+    def call_other_language(self):
         given, changed = Item("X-3", "X-3", 5), self.random.choice([Item("X-2", "X-2", 8), Item("A-1", "A-1", 4)])
         self.changing(f'CALL "orother" USING {given.text} {changed.text}', [given, changed], [changed])
+
+    # Calls of the other programs.
+
+    def name_program(self):
+        """PG-1 has nothing but names of programs that are there, wherever it is used."""
+        name = self.random.choice(self.callees)
+        self.whole(f'MOVE "{name}" TO PG-1', [], [Item("PG-1", "PG-1", 8)])
+
+    def call(self):
+        kind = self.random.randrange(6)
+        if kind == 0:
+            return self.call_unknown()
+        if kind < 3:
+            self.hand_over("PG-1", True, [Item("PG-1", "PG-1", 8)])
+        else:
+            self.hand_over(f'"{self.random.choice(self.callees)}"', True, [])
+        self.text.comes_back()
+
+    def hand_over(self, program, is_known, reads):
+        """The CALL up to its arguments; comes_back has to follow."""
+        items = [self.items.argument(position) for position in range(len(storage.PARAMETERS))]
+        ways = [self.random.choice(["REFERENCE", "REFERENCE", "CONTENT"]) for _ in items[:-1]] + ["VALUE"]
+        self.keep_subscripts(*reads, *items)
+        row = self.start([*reads, *items])
+        handed = enumerate(zip(items, ways))
+        self.text.calls(row, is_known, [(position, item) for position, (item, way) in handed if way != "REFERENCE"])
+        self.text.both(f"CALL {program} USING")
+        for item, way in zip(items, ways):
+            self.text.both(f"    BY {way} {item.text}")
+        # More than the program takes in; GnuCOBOL does not compile that where it knows the program.
+        if not program.startswith('"') and self.random.random() < 0.2:
+            self.text.both("    BY REFERENCE FACTOR")
+
+    def call_unknown(self):
+        """Of a program that only the run knows, and that may be none."""
+        program = Item("PG-T (I-1)", "PG-T", 8)
+        self.hand_over(program.text, False, [program])
+        phrase = self.text.row
+        self.text.both("ON EXCEPTION")
+        self.text.comes_back()
+        self.text.comes_out(phrase, True)
+        self.simple()
+        self.text.both("NOT ON EXCEPTION")
+        self.text.comes_back()
+        self.text.comes_out(phrase, False)
+        self.simple()
+        self.text.both("END-CALL")

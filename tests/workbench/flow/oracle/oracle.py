@@ -26,7 +26,7 @@ HERE = pathlib.Path(__file__).resolve().parent
 DIALECT = ["-std=ibm", "-fno-arithmetic-osvs", "-fno-perform-osvs"]
 COMPILE = ["cobc", "-x", *DIALECT, "-fstatic-call", "run.cbl", "runtime.o", "-o", "run"]
 SECONDS_FOR_A_RUN = 20
-TOTALS = re.compile(r"^checked (\d+) told (\d+) seen (\d+) misses (\d+)$", re.MULTILINE)
+TOTALS = re.compile(r"^checked (\d+) told (\d+) could be (\d+) seen (\d+) misses (\d+)$", re.MULTILINE)
 
 
 def compile_runtime(folder):
@@ -39,8 +39,10 @@ def compile_runtime(folder):
 def write_input(folder, generator):
     records = ["%04d%08d" % (generator.randrange(100), generator.randrange(1000)) for _ in range(generator.randrange(30))]
     (folder / "in.dat").write_text("".join(records))
-    words = ["".join(generator.choice("ab,c x9") for _ in range(8)) for _ in range(200)]
-    return "\n".join(words) + "\n"
+    (folder / "rel.dat").unlink(missing_ok=True)
+    words = ["".join(generator.choice("ab,c x9") for _ in range(8)) for _ in range(400)]
+    numbers = [str(generator.randrange(100)) for _ in range(400)]
+    return "\n".join(generator.choice(pair) for pair in zip(words, numbers)) + "\n"
 
 
 def run_program(folder, seed, run):
@@ -82,7 +84,7 @@ def try_program(seed, arguments, runtime):
 def finish(seed, result, arguments):
     """The totals of one program; tells its misses."""
     folder, totals, output = result
-    if totals[3] > 0:
+    if totals[4] > 0:
         print(f"seed {seed}:")
         print(output, flush=True)
         if arguments.keep:
@@ -91,29 +93,38 @@ def finish(seed, result, arguments):
     return totals
 
 
+def share_unseen(told, seen):
+    return 0 if told == 0 else 100 * (told - seen) / told
+
+
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("--checker", required=True)
     parser.add_argument("--programs", type=int, default=50)
     parser.add_argument("--first", type=int, default=1)
-    parser.add_argument("--runs", type=int, default=3)
+    parser.add_argument("--runs", type=int, default=5)
     parser.add_argument("--keep")
     arguments = parser.parse_args()
-    sums = [0, 0, 0, 0]
+    sums = [0] * 5
+    broken = 0
     with tempfile.TemporaryDirectory() as scratch, concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
         runtime = compile_runtime(pathlib.Path(scratch))
         seeds = range(arguments.first, arguments.first + arguments.programs)
         jobs = {pool.submit(try_program, seed, arguments, runtime): seed for seed in seeds}
         for job in concurrent.futures.as_completed(jobs):
+            if job.exception() is not None:
+                broken += 1
+                print(job.exception(), flush=True)
+                continue
             totals = finish(jobs[job], job.result(), arguments)
             sums = [one + other for one, other in zip(sums, totals)]
-    checked, told, seen, misses = sums
-    unseen = 0 if told == 0 else 100 * (told - seen) / told
-    print(f"{arguments.programs} programs, {checked} events checked, {misses} missed;", end=" ")
-    print(f"{told} pairs of definition and use told, {unseen:.0f} % of them seen in no run")
+    checked, told, could_be, seen, misses = sums
+    print(f"{arguments.programs - broken} programs, {checked} events checked, {misses} missed;", end=" ")
+    print(f"{told} pairs of definition and use told, {share_unseen(told, seen):.0f} % of them seen in no run;", end=" ")
+    print(f"of {could_be} whose definition has run, {share_unseen(could_be, seen):.0f} %")
     if seen == 0:
         print("nothing was seen, so nothing was checked")
-    return 1 if misses > 0 or seen == 0 else 0
+    return 1 if misses > 0 or seen == 0 or broken > 0 else 0
 
 
 if __name__ == "__main__":

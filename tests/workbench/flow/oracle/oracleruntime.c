@@ -1,27 +1,54 @@
-/* What the instrumented copy of a generated program calls: it keeps for each byte of the watched areas which statement
-   wrote it last, and logs what happens. Statements and conditions go by their row in the plain program.
+/* What the instrumented copies of generated programs call: it keeps for each byte of the watched storage which statement
+   wrote it last, and logs what happens. Statements and conditions go by their row in the plain text, which holds all
+   programs of a run.
 
      S row                        the statement runs
      C row sense                  the condition comes out true (1) or false (0)
-     R row name area offset length writer   these bytes are read, and `writer` wrote them; 0 when nothing has
+     R row name area offset length writer   the data item is read, and the statement at row `writer` wrote these bytes,
+                                  as bytes of an area of the program that it stands in; 0 when none has
 
-   Lines that were logged before are left out of R, since only the pairs count. */
+   Lines of kind R that were logged before are left out, since only the pairs count. */
 #include <stdint.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
 
-enum { kAreas = 64, kMostBytes = 512, kSeen = 1 << 16, kSnapshots = 8 };
+enum { kViews = 256, kFrames = 16, kParameters = 8, kMostBytes = 512, kSeen = 1 << 16, kSnapshots = 8, kBytes = 1 << 14 };
 
-struct Area {
+/* An area as a running program knows it; a parameter is another view of bytes of the program that calls. */
+struct View {
   const char *name;
   unsigned char *begin;
   int length;
-  int writers[kMostBytes];
 };
 
-static struct Area areas[kAreas];
-static int areaCount;
+/* What is known of one byte. */
+struct Shadow {
+  const unsigned char *at;
+  const char *area; /* of the program that wrote it */
+  int offset;
+  int writer;
+  unsigned change; /* larger when it was written later */
+};
+
+/* A call that has not come back yet. */
+struct Frame {
+  int views;       /* of the programs around */
+  int row;         /* of the CALL */
+  int isUnknown;   /* nothing can be known of what it leads to */
+  unsigned change; /* the last one before it */
+  const unsigned char *contents[kParameters]; /* what is handed over by content or value */
+  struct Shadow before[kMostBytes];           /* of the bytes handed over by reference, when it is unknown */
+  int kept;
+};
+
+static struct View views[kViews];
+static int viewCount;
+static const char *names[kViews];
+static struct Frame frames[kFrames];
+static int frameCount;
+static struct Shadow shadows[kBytes];
+static unsigned changes;
 static FILE *logFile;
 static uint64_t seen[kSeen];
 static unsigned char snapshots[kSnapshots][kMostBytes];
@@ -40,26 +67,41 @@ static FILE *Log(void) {
   return logFile;
 }
 
-static struct Area *AreaOf(const unsigned char *bytes) {
-  for (int i = 0; i < areaCount; ++i) {
-    if (bytes >= areas[i].begin && bytes < areas[i].begin + areas[i].length) return &areas[i];
+static struct Shadow *ShadowOf(const unsigned char *byte) {
+  for (size_t at = (uintptr_t)byte * 2654435761U % kBytes;; at = (at + 1) % kBytes) {
+    if (shadows[at].at == byte) return &shadows[at];
+    if (shadows[at].at != NULL) continue;
+    shadows[at].at = byte;
+    return &shadows[at];
+  }
+}
+
+static const struct View *ViewOf(const unsigned char *bytes, int length) {
+  const int first = frameCount == 0 ? 0 : frames[frameCount - 1].views;
+  for (int i = first; i < viewCount; ++i) {
+    if (bytes < views[i].begin || bytes >= views[i].begin + views[i].length) continue;
+    if (bytes + length > views[i].begin + views[i].length) Fail("an operand reaches past its area");
+    return &views[i];
   }
   Fail("an operand lies outside the watched areas");
   return NULL;
 }
 
-static struct Area *Checked(unsigned char *bytes, int length) {
-  struct Area *area = AreaOf(bytes);
-  if (bytes + length > area->begin + area->length) Fail("an operand reaches past its area");
-  return area;
+static void Write(int row, const struct View *view, const unsigned char *byte) {
+  struct Shadow *shadow = ShadowOf(byte);
+  shadow->writer = row;
+  shadow->area = view->name;
+  shadow->offset = (int)(byte - view->begin);
+  shadow->change = ++changes;
 }
 
-/* True when these numbers come for the first time. */
-static int IsNew(int row, const char *name, int area, int offset, int length, int writer) {
+/* True when these come for the first time. */
+static int IsNew(int row, const char *name, const char *area, int offset, int length, int writer) {
   uint64_t hash = 14695981039346656037ULL;
-  const int numbers[] = {row, area, offset, length, writer};
+  const int numbers[] = {row, offset, length, writer};
   for (size_t i = 0; i < sizeof numbers / sizeof *numbers; ++i) hash = (hash ^ (uint64_t)numbers[i]) * 1099511628211ULL;
   for (; *name != '\0'; ++name) hash = (hash ^ (uint64_t)(unsigned char)*name) * 1099511628211ULL;
+  for (; *area != '\0'; ++area) hash = (hash ^ (uint64_t)(unsigned char)*area) * 1099511628211ULL;
   if (hash == 0) hash = 1;
   for (uint64_t at = hash % kSeen;; at = (at + 1) % kSeen) {
     if (seen[at] == hash) return 0;
@@ -70,12 +112,96 @@ static int IsNew(int row, const char *name, int area, int offset, int length, in
   }
 }
 
+/* One text for all that are equal. */
+static const char *Kept(const char *name) {
+  int i = 0;
+  while (names[i] != NULL && strcmp(names[i], name) != 0) ++i;
+  if (i + 1 == kViews) Fail("too many areas");
+  if (names[i] == NULL) names[i] = strdup(name);
+  return names[i];
+}
+
+static const struct View *AddView(const char *name, unsigned char *bytes, int length) {
+  if (viewCount == kViews || length > kMostBytes) Fail("too many or too large areas");
+  struct View *view = &views[viewCount++];
+  view->name = Kept(name);
+  view->begin = bytes;
+  view->length = length;
+  return view;
+}
+
+/* Storage that keeps its values from one call of its program to the next. */
 int orarea(const char *name, unsigned char *bytes, int length) {
-  if (areaCount == kAreas || length > kMostBytes) Fail("too many or too large areas");
-  areas[areaCount].name = strdup(name);
-  areas[areaCount].begin = bytes;
-  areas[areaCount].length = length;
-  ++areaCount;
+  const struct View *view = AddView(name, bytes, length);
+  for (int at = 0; at < length; ++at) {
+    if (ShadowOf(bytes + at)->area == NULL) Write(0, view, bytes + at);
+  }
+  return 0;
+}
+
+/* Storage that each call of its program finds with its first values. */
+int orlocal(const char *name, unsigned char *bytes, int length) {
+  const struct View *view = AddView(name, bytes, length);
+  for (int at = 0; at < length; ++at) Write(0, view, bytes + at);
+  return 0;
+}
+
+/* What the program gets from its caller, by position from 0. */
+int orparam(const char *name, unsigned char *bytes, int length, int position) {
+  const struct View *view = AddView(name, bytes, length);
+  struct Frame *frame = &frames[frameCount - 1];
+  const unsigned char *content = frame->contents[position];
+  for (int at = 0; at < length; ++at) {
+    struct Shadow *shadow = ShadowOf(bytes + at);
+    if (content != NULL) {
+      const struct Shadow *source = ShadowOf(content + at);
+      shadow->area = source->area;
+      shadow->offset = source->offset;
+      shadow->writer = source->writer;
+      shadow->change = ++changes;
+    }
+    if (shadow->area == NULL) Fail("nothing is known of what an argument holds");
+    if (!frame->isUnknown) continue;
+    if (content == NULL) {
+      if (frame->kept == kMostBytes) Fail("too many bytes are handed over");
+      frame->before[frame->kept++] = *shadow;
+    }
+    const unsigned change = shadow->change;
+    Write(0, view, bytes + at);
+    shadow->change = change; /* nothing is written here */
+  }
+  return 0;
+}
+
+int orcall(int row, int isUnknown) {
+  if (frameCount == kFrames) Fail("too many calls within each other");
+  struct Frame *frame = &frames[frameCount++];
+  memset(frame, 0, sizeof *frame);
+  frame->views = viewCount;
+  frame->row = row;
+  frame->isUnknown = isUnknown;
+  frame->change = changes;
+  return 0;
+}
+
+/* The argument that the call hands over a copy of; tell it before the call. */
+int orcontent(int position, const unsigned char *bytes) {
+  frames[frameCount - 1].contents[position] = bytes;
+  return 0;
+}
+
+/* Behind a call. What a program of which nothing is known has written, its call has. */
+int orreturned(void) {
+  const struct Frame frame = frames[--frameCount];
+  viewCount = frame.views;
+  for (int i = 0; i < frame.kept; ++i) {
+    struct Shadow *shadow = ShadowOf(frame.before[i].at);
+    if (shadow->change <= frame.change) {
+      *shadow = frame.before[i];
+    } else {
+      Write(frame.row, ViewOf(frame.before[i].at, 1), frame.before[i].at);
+    }
+  }
   return 0;
 }
 
@@ -89,15 +215,17 @@ int orcond(int row, int sense) {
   return 0;
 }
 
-int orread(int row, const char *name, unsigned char *bytes, int length) {
-  struct Area *area = Checked(bytes, length);
-  const int offset = (int)(bytes - area->begin);
+int orread(int row, const char *name, const unsigned char *bytes, int length) {
+  ViewOf(bytes, length);
   for (int at = 0; at < length;) {
-    const int writer = area->writers[offset + at];
+    const struct Shadow first = *ShadowOf(bytes + at);
     int end = at + 1;
-    while (end < length && area->writers[offset + end] == writer) ++end;
-    if (IsNew(row, name, (int)(area - areas), offset + at, end - at, writer)) {
-      fprintf(Log(), "R %d %s %s %d %d %d\n", row, name, area->name, offset + at, end - at, writer);
+    for (; end < length; ++end) {
+      const struct Shadow *next = ShadowOf(bytes + end);
+      if (next->writer != first.writer || next->area != first.area || next->offset != first.offset + end - at) break;
+    }
+    if (IsNew(row, name, first.area, first.offset, end - at, first.writer)) {
+      fprintf(Log(), "R %d %s %s %d %d %d\n", row, name, first.area, first.offset, end - at, first.writer);
     }
     at = end;
   }
@@ -105,24 +233,24 @@ int orread(int row, const char *name, unsigned char *bytes, int length) {
 }
 
 /* The statement has written all of these bytes. */
-int orwrite(int row, unsigned char *bytes, int length) {
-  struct Area *area = Checked(bytes, length);
-  for (int at = 0; at < length; ++at) area->writers[bytes - area->begin + at] = row;
+int orwrite(int row, const unsigned char *bytes, int length) {
+  const struct View *view = ViewOf(bytes, length);
+  for (int at = 0; at < length; ++at) Write(row, view, bytes + at);
   return 0;
 }
 
 /* For a statement that may write some of the bytes: keeps what they hold before it; then takes those for written that
    have changed. */
-int orbefore(int slot, unsigned char *bytes, int length) {
-  Checked(bytes, length);
+int orbefore(int slot, const unsigned char *bytes, int length) {
+  ViewOf(bytes, length);
   memcpy(snapshots[slot], bytes, (size_t)length);
   return 0;
 }
 
-int orafter(int row, int slot, unsigned char *bytes, int length) {
-  struct Area *area = Checked(bytes, length);
+int orafter(int row, int slot, const unsigned char *bytes, int length) {
+  const struct View *view = ViewOf(bytes, length);
   for (int at = 0; at < length; ++at) {
-    if (snapshots[slot][at] != bytes[at]) area->writers[bytes - area->begin + at] = row;
+    if (snapshots[slot][at] != bytes[at]) Write(row, view, bytes + at);
   }
   return 0;
 }

@@ -1,26 +1,68 @@
-"""Random COBOL programs that end, each as a plain and an instrumented text (see programtext.py)."""
+"""Random COBOL programs that end, each as a plain and an instrumented text (see programtext.py).
+
+A text holds a main program and up to two that it calls, the first of which calls the second: beside it, or nested in it.
+"""
 
 import random
 
 import storage
 from controlstatements import ControlStatements
 from datastatements import DataStatements
-from programtext import ProgramText
+from filestatements import FileStatements
+from programtext import Item, ProgramText
+
+MAIN = "RANDOM1"
+CALLED = ["SUB1", "SUB2"]
+
 
 class ProgramGenerator:
     def __init__(self, seed):
         self.random = random.Random(seed)
         self.text = ProgramText()
-        self.data = DataStatements(self.random, self.text, storage.Storage(self.random))
-        self.control = ControlStatements(self.random, self.text, self.data.items, self.data)
 
     def generate(self):
         """The plain lines and the instrumented ones."""
+        called = CALLED[: self.random.choice([0, 1, 2, 2])]
+        is_nested = self.random.random() < 0.3
+        OneProgram(self.random, self.text, MAIN, called, is_nested).write()
+        if called and not is_nested:
+            self.text.head(f"       END PROGRAM {MAIN}.")
+        for place, name in enumerate(called):
+            OneProgram(self.random, self.text, name, called[place + 1 :], is_nested).write()
+            self.text.head(f"       END PROGRAM {name}.")
+        if called and is_nested:
+            self.text.head(f"       END PROGRAM {MAIN}.")
+        return self.text.plain, self.text.instrumented
+
+
+class OneProgram:
+    def __init__(self, random, text, name, callees, is_nested):
+        self.random = random
+        self.text = text
+        self.name = name
+        self.callees = callees
+        self.is_called = name != MAIN
+        self.is_nested = is_nested
+        self.is_initial = self.is_called and random.random() < 0.2
+        self.items = storage.Storage(random, self.is_called)
+        self.data = DataStatements(random, text, self.items, callees)
+        self.control = ControlStatements(random, text, self.items, self.data)
+        self.files = FileStatements(self.data)
+        self.sorts = not self.is_called and random.random() < 0.4
+
+    def write(self):
+        self.text.begin_program(self.name)
         self._divisions()
-        names = [f"PAR-{number}" for number in range(self.random.randrange(5, 12))]
-        sections = set(self.random.sample(names[1:], self.random.randrange(0, 3)))
-        altered = self.random.choice(names[2:-1]) if self.random.random() < 0.5 else None
-        self.control.jumps = names[1:]
+        most = 6 if self.is_called else 12
+        names = [f"PAR-{number}" for number in range(self.random.randrange(most // 2, most))]
+        sections = set(self.random.sample(names[1:], self.random.randrange(0, min(3, len(names)))))
+        altered = self.random.choice(names[2:-1]) if len(names) > 3 and self.random.random() < 0.5 else None
+        exits = {name: f"{name}-EXIT" for name in names if name != altered and self.random.random() < 0.3}
+        self.control.exits = exits
+        labels = []
+        for place, name in enumerate(names):
+            labels += ([f"SEC-{place}"] if name in sections else []) + [name] + ([exits[name]] if name in exits else [])
+        self.control.jumps = labels[labels.index(names[0]) + 1 :]
         for place, name in enumerate(names):
             if name in sections:
                 self.text.head(f"       SEC-{place} SECTION.")
@@ -29,52 +71,135 @@ class ProgramGenerator:
                 # ALTER wants a paragraph of a GO TO alone.
                 self.text.both(f"GO TO {names[-1]}.")
                 continue
+            self.control.is_first = place == 0
+            self.control.own_exit = exits.get(name)
             self._begin_paragraph(place == 0)
-            self.control.targets = [other for other in names[place + 1 :] if other != altered]
+            self.control.targets = [other for other in labels[labels.index(name) + 1 :] if other != altered]
             self._sentences(altered, names, is_first=place == 0)
-            if place == 0 or self.random.random() < 0.1:
+            if place == 0 or self.random.random() < 0.03:
                 self.text.runs(self.text.row)
-                self.text.both("STOP RUN.")
-        return self.text.plain, self._with_switches()
+                self.text.both("GOBACK." if self.is_called else "STOP RUN.")
+            if name in exits:
+                self.text.head(f"       {exits[name]}.")
+                self.text.both("EXIT.")
+        if self.sorts:
+            self._sort_procedures()
+        self.text.end_procedures()
+
+    def _declaratives(self):
+        """Run when a READ finds the end and has no phrase for it. A READ in it would come back to it for ever."""
+        self.text.head("       DECLARATIVES.")
+        self.text.head("       DECL-F SECTION.")
+        self.text.both("USE AFTER STANDARD ERROR PROCEDURE ON F.")
+        self.text.head("       DECL-1.")
+        self.data.simple()
+        self.data.move()
+        self.text.both(".")
+        self.text.head("       END DECLARATIVES.")
+        self.text.head("       MAIN-SEC SECTION.")
+
+    def _sort_procedures(self):
+        """Behind all else, where nothing falls into them."""
+        self.text.head("       STOP-SEC SECTION.")
+        self.text.head("       STOP-PAR.")
+        self.text.runs(self.text.row)
+        self.text.both("STOP RUN.")
+        self.control.is_first = True
+        self.control.jumps = self.control.targets = []
+        released = self.random.randrange(1, 4)
+        for name, write in [
+            ("SORT-IN", lambda: self.files.releases(released)),
+            ("SORT-OUT", lambda: self.files.returns(self.random.randrange(1, released + 2))),
+        ]:
+            self.text.head(f"       {name} SECTION.")
+            self.text.head(f"       {name}-1.")
+            self.data.simple()
+            write()
+            self.control.if_statement()
+            self.text.both(".")
 
     def _divisions(self):
-        for line in [
-            "IDENTIFICATION DIVISION.",
-            "PROGRAM-ID. RANDOM1.",
-            "ENVIRONMENT DIVISION.",
-            "INPUT-OUTPUT SECTION.",
-            "FILE-CONTROL.",
-            '    SELECT F ASSIGN TO "in.dat" FILE STATUS F-ST.',
-            '    SELECT O ASSIGN TO "out.dat" FILE STATUS O-ST.',
-        ]:
-            self.text.head(" " * 7 + line)
-        for line in storage.data_division(self.random):
-            self.text.head(line)
-        self.text.instrumented.append(None)  # the switches come here
-        self.text.head("       PROCEDURE DIVISION.")
+        head = self.text.head
+        head("       IDENTIFICATION DIVISION.")
+        attributes = (["COMMON"] if self.is_called and self.is_nested else []) + (["INITIAL"] if self.is_initial else [])
+        head(f"       PROGRAM-ID. {self.name}{' IS ' + ' '.join(attributes) + ' PROGRAM' if attributes else ''}.")
+        if not self.is_called:
+            head("       ENVIRONMENT DIVISION.")
+            head("       INPUT-OUTPUT SECTION.")
+            head("       FILE-CONTROL.")
+            head('           SELECT F ASSIGN TO "in.dat" FILE STATUS F-ST.')
+            head('           SELECT O ASSIGN TO "out.dat" FILE STATUS O-ST.')
+            head('           SELECT OPTIONAL R ASSIGN TO "rel.dat"')
+            head("               ORGANIZATION RELATIVE ACCESS DYNAMIC")
+            head("               RELATIVE KEY R-K FILE STATUS R-ST.")
+            head('           SELECT SF ASSIGN TO "sort.tmp".')
+        head("       DATA DIVISION.")
+        for line in self._data_lines_before_switches():
+            head(line)
+        self.text.place_for_switches()
+        if self.is_called:
+            # A nested program can have none of its own.
+            if not self.is_nested:
+                head("       LOCAL-STORAGE SECTION.")
+            for line in [*storage.local_storage(), "       LINKAGE SECTION.", *storage.linkage()]:
+                head(line)
+            *by_reference, (by_value, _) = storage.PARAMETERS
+            head("       PROCEDURE DIVISION USING")
+            head("           " + " ".join(name for name, _ in by_reference))
+            head(f"           BY VALUE {by_value}.")
+        else:
+            head("       PROCEDURE DIVISION.")
+            if self.random.random() < 0.4:
+                self._declaratives()
 
-    def _with_switches(self):
-        lines = []
-        for line in self.text.instrumented:
-            if line is None:
-                lines += [f"       77  OR-SWITCH-{number} PIC 9 VALUE 0." for number in range(1, self.text.scratch + 1)]
-            else:
-                lines.append(line)
+    def _data_lines_before_switches(self):
+        lines = [] if self.is_called else storage.file_section()
+        lines += ["       WORKING-STORAGE SECTION.", *storage.working_storage(self.random)]
+        if not self.is_called:
+            lines += storage.file_states()
+        if self.callees:
+            lines += storage.program_names(self.callees)
         return lines
 
     def _begin_paragraph(self, is_first):
         if is_first:
-            for name, size in storage.AREAS.items():
-                self.text.watches(name, size)
-            self.text.both("OPEN INPUT F OUTPUT O.")
-        self.control.burn_fuel()
+            self._watch()
+            if not self.is_called:
+                self.text.both("OPEN INPUT F OUTPUT O I-O R.")
+                self._take_input()
+            self.control.fill_up()
+        else:
+            self.control.burn_fuel("EXIT PARAGRAPH")
         self.text.both(".")
 
+    def _watch(self):
+        areas = self.items.areas | (storage.NAME_AREAS if self.callees else {})
+        for name, size in areas.items():
+            self.text.watches(name, size, self.is_initial)
+        if self.is_called:
+            for name, size in storage.LOCAL_AREAS.items():
+                self.text.watches(name, size, is_local=self.is_initial or not self.is_nested)
+            for position, (name, size) in enumerate(storage.PARAMETERS):
+                self.text.takes_in(position, name, size)
+
+    def _take_input(self):
+        """So that runs differ from the beginning on."""
+        for name, size in self.random.sample(storage.INPUTS, self.random.randrange(6, len(storage.INPUTS))):
+            self.data.whole(f"ACCEPT {name}", [], [Item(name, name, size)])
+
     def _sentences(self, altered, names, is_first):
-        others = [name for name in names[1:] if name != altered]  # so that it does not go to itself for ever
-        for _ in range(self.random.randrange(6, 10) if is_first else self.random.randrange(1, 4)):
+        # It must not come to itself again without anything that takes fuel.
+        others = names[names.index(altered) + 1 :] if altered else []
+        has_sorted = False
+        most = (3, 5) if self.is_called else (6, 10)
+        for _ in range(self.random.randrange(*most) if is_first else self.random.randrange(1, 4)):
             if is_first:
+                if not self.is_called:
+                    self.control.fill_up()
                 self.control.perform()
+                if self.sorts and not has_sorted and self.random.random() < 0.4:
+                    has_sorted = True
+                    self.files.sort()
             self.control.block()
             if altered and self.random.random() < 0.2:
                 self.text.runs(self.text.row)

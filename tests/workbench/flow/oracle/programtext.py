@@ -4,25 +4,39 @@ Both have the same statements; the instrumented one also tells the runtime (orac
 A statement goes by its row in the plain text.
 """
 
+import re
+
 INDENT = " " * 11
+LAST_COLUMN = 72
+
+
+def wrapped(line):
+    """The lines of a statement, none past the last column."""
+    lines = [INDENT]
+    for word in re.findall(r"\"[^\"]*\"|\S+", line):
+        if len(lines[-1]) + len(word) + 1 > LAST_COLUMN:
+            lines.append(INDENT + "    ")
+        lines[-1] += word if lines[-1].endswith("  ") else " " + word
+    return lines
 
 
 class Item:
     """A data item as the generator uses it: how it is written, and how many bytes that is."""
 
-    def __init__(self, text, name, size, numeric=False, exact=True):
+    def __init__(self, text, name, size, numeric=False):
         self.text = text  # with subscripts and reference modification
         self.name = name  # the data name alone, which a use is known by
         self.size = size
         self.numeric = numeric
-        self.exact = exact  # stands for the same bytes each time
 
 
 class ProgramText:
     def __init__(self):
         self.plain = []
         self.instrumented = []
-        self.scratch = 0  # switches that the instrumented text needs for itself
+        self.program = ""  # whose text is being written
+        self.scratch = 0  # switches that the instrumented text of the program needs for itself
+        self._switches = 0  # the place for them
 
     @property
     def row(self):
@@ -34,15 +48,29 @@ class ProgramText:
         self.plain.append(line)
         self.instrumented.append(line)
 
-    def both(self, line):
-        self.plain.append(INDENT + line)
-        self.instrumented.append(INDENT + line)
+    def both(self, *lines):
+        self.only_plain(*lines)
+        self.only_instrumented(*lines)
 
-    def only_plain(self, line):
-        self.plain.append(INDENT + line)
+    def only_plain(self, *lines):
+        for line in lines:
+            self.plain += wrapped(line)
 
     def only_instrumented(self, *lines):
-        self.instrumented.extend(INDENT + line for line in lines)
+        for line in lines:
+            self.instrumented += wrapped(line)
+
+    def begin_program(self, name):
+        self.program = name
+        self.scratch = 0
+
+    def place_for_switches(self):
+        self._switches = len(self.instrumented)
+
+    def end_procedures(self):
+        """Behind the last statement of a program."""
+        lines = [f"       77  OR-SWITCH-{number} PIC 9 VALUE 0." for number in range(1, self.scratch + 1)]
+        self.instrumented[self._switches : self._switches] = lines
 
     def new_switch(self):
         self.scratch += 1
@@ -50,7 +78,7 @@ class ProgramText:
 
     def _call(self, routine, *arguments):
         self.only_instrumented(f'CALL "{routine}" USING')
-        self.only_instrumented(*("    " + argument for argument in arguments))
+        self.only_instrumented(*("    " + argument for argument in arguments), "END-CALL")
 
     def runs(self, row):
         self._call("orstat", f"BY VALUE {row}")
@@ -82,5 +110,25 @@ class ProgramText:
                 "orafter", f"BY VALUE {row}", f"BY VALUE {slot}", f"BY REFERENCE {item.text}", f"BY VALUE {item.size}"
             )
 
-    def watches(self, name, size):
-        self._call("orarea", f'BY REFERENCE Z"{name}"', f"BY REFERENCE {name}", f"BY VALUE {size}")
+    # Areas go by the names of their program and their own.
+
+    def watches(self, name, size, is_local=False):
+        """An area; a local one has its first values again at each call of the program."""
+        self._watch("orlocal" if is_local else "orarea", name, size)
+
+    def takes_in(self, position, name, size):
+        self._watch("orparam", name, size, f"BY VALUE {position}")
+
+    def _watch(self, routine, name, size, *more):
+        area = f'BY REFERENCE Z"{self.program}/{name}"'
+        self._call(routine, area, f"BY REFERENCE {name}", f"BY VALUE {size}", *more)
+
+    def calls(self, row, is_known, contents=()):
+        """Before a CALL. `contents` are the positions and items that are handed over by content or value."""
+        self._call("orcall", f"BY VALUE {row}", f"BY VALUE {0 if is_known else 1}")
+        for position, item in contents:
+            self._call("orcontent", f"BY VALUE {position}", f"BY REFERENCE {item.text}")
+
+    def comes_back(self):
+        """Behind a CALL."""
+        self.only_instrumented('CALL "orreturned" END-CALL')
