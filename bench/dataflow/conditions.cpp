@@ -1,4 +1,4 @@
-#include "flow/conditions.h"
+#include "dataflow/conditions.h"
 
 #include <fmt/format.h>
 

@@ -1,4 +1,4 @@
-#include "flow/flowmodels.h"
+#include "dataflow/flowmodels.h"
 
 #include "workbench/codemodel/cobol/cobolfrontend.h"
 #include "workbench/codemodel/crossreference.h"

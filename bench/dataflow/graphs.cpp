@@ -1,4 +1,4 @@
-#include "flow/graphs.h"
+#include "dataflow/graphs.h"
 
 #include <fmt/format.h>
 
@@ -53,7 +53,7 @@ std::size_t PassOver(const FlowModels& models) {
 
 void MeasureGraphs(const std::vector<FlowModels>& sets, Bars& bars) {
   fmt::print("{:<14} {:>8} {:>10} {:>10} {:>10} {:>12} {:>12}\n", "graphs", "lines", "statements", "points", "ms",
-             "bytes/stat", "to one pass");
+             "bytes/point", "to one pass");
   double first = 0, last = 0;
   for (const FlowModels& models : sets) {
     std::vector<double> building, passing;
@@ -69,7 +69,7 @@ void MeasureGraphs(const std::vector<FlowModels>& sets, Bars& bars) {
     }
     const double seconds = Median(building);
     const auto statements = static_cast<double>(graphs.statements);
-    last = static_cast<double>(graphs.bytes) / statements;
+    last = static_cast<double>(graphs.bytes) / static_cast<double>(graphs.points);
     if (first == 0) first = last;
     // The sum is printed so that the pass has to be made.
     fmt::print("{:<14} {:>8} {:>10} {:>10} {:>10.2f} {:>12.0f} {:>12.1f} {}\n", models.name, models.lines,

@@ -1,4 +1,4 @@
-#include "flow/questions.h"
+#include "dataflow/questions.h"
 
 #include <fmt/format.h>
 #include <malloc.h>

@@ -1,4 +1,4 @@
-#include "flow/reference.h"
+#include "dataflow/reference.h"
 
 #include <fmt/format.h>
 

@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "bars.h"
-#include "flow/flowmodels.h"
+#include "dataflow/flowmodels.h"
 
 namespace qmrules::bench {
 
