@@ -36,7 +36,7 @@ class OneProgram final : public SourceProvider {
 void Ask(NetworkProgram& program, NodeId use) {
   for (const ChainLink& link : program.flow->DefinitionsReaching(use).links) {
     ByteSet atEnd;
-    const Chain forward = program.flow->UsesReached(link.definition, &atEnd);
+    const Chain forward = program.flow->UsesReached(link.definition, ByteSet::All(), &atEnd);
     const bool agrees = std::ranges::any_of(forward.links, [&](const ChainLink& other) {
       return other.use == link.use && other.usedAt == link.usedAt && link.bytes.Within(other.bytes) == link.bytes;
     });

@@ -5,17 +5,19 @@
 #include <CLI/App.hpp>
 #include <CLI/Validators.hpp>
 #include <algorithm>
+#include <charconv>
 #include <cstdint>
 #include <set>
+#include <sstream>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "cli/chainprinting.h"
 #include "cli/cli.h"
 #include "cli/programlibrary.h"
 #include "cli/programmodel.h"
-#include "cli/sourcesegment.h"
 #include "platform/error.h"
 #include "shell/casefold.h"
 #include "workbench/codemodel/crossreference.h"
@@ -28,6 +30,9 @@ using workbench::codemodel::ModelImage;
 using workbench::codemodel::NodeId;
 
 namespace {
+
+// A statement with more nodes holds others: it is not what a row in the midst of it is about.
+constexpr NodeId kMostNodesAround = 200;
 
 bool IsMeant(std::string_view file, std::string_view asked) {
   return file == asked || file.ends_with("/" + std::string(asked));
@@ -44,7 +49,8 @@ std::vector<NodeId> VariablesAt(const ModelImage& model, const std::string& file
     if (statement == 0 || !IsMeant(model.FileName(record.file), file)) continue;
     const auto& whole = model.Nodes()[statement];
     if (record.firstRow == row) onRow.push_back(node);
-    if (whole.firstRow <= row && row <= whole.lastRow && whole.last - statement < 200) around.push_back(node);
+    const bool isShort = whole.last - statement < kMostNodesAround;
+    if (isShort && whole.firstRow <= row && row <= whole.lastRow) around.push_back(node);
   }
   return onRow.empty() ? around : onRow;
 }
@@ -58,13 +64,22 @@ std::vector<NodeId> Named(const ModelImage& model, const std::vector<NodeId>& no
   return named;
 }
 
-// The innermost program that the node is in.
-std::uint32_t UnitAround(const ModelImage& model, NodeId node) {
-  std::uint32_t found = 0;
-  for (std::uint32_t unit = 0; unit < model.Units().size(); ++unit) {
-    if (model.Units()[unit].firstNode <= node && node <= model.Units()[unit].lastNode) found = unit;
+struct AskedLine {
+  std::string file;
+  std::uint32_t row = 0;
+};
+
+AskedLine ParseLine(const std::string& text) {
+  const std::size_t colon = std::min(text.rfind(':'), text.size());
+  const char* const end = text.data() + text.size();
+  AskedLine line{text.substr(0, colon), 0};
+  const auto parsed = std::from_chars(text.data() + std::min(colon + 1, text.size()), end, line.row);
+  if (line.file.empty() || parsed.ec != std::errc() || parsed.ptr != end || line.row == 0) {
+    throw UsageError(
+        fmt::format("\"{}\" names no line: write FILE:LINE, with lines from 1, as \"billing.cbl:437\".", text));
   }
-  return found;
+  std::ranges::replace(line.file, '\\', '/');
+  return line;
 }
 
 std::string NamesOf(const ModelImage& model, const std::vector<NodeId>& nodes) {
@@ -94,17 +109,15 @@ std::vector<catalogue::RegisteredSource> ChainCommand::Candidates(workbench::Emb
   auto sources = catalogue::RegisteredSources(host);
   std::erase_if(sources, [&](const auto& source) { return !IsMeant(source.file, file); });
   if (!sources.empty()) return sources;
-  throw Error(fmt::format(
-      "{} is no source of the project; \"qmrules source list\" shows its sources. For a line of a copybook, "
-      "name the program with --program.",
-      file));
+  throw Error(
+      fmt::format("{} is no source of the project; \"qmrules source list\" shows its sources, \"qmrules scan\" finds "
+                  "new ones. For a "
+                  "line of a copybook, name the program with --program.",
+                  file));
 }
 
 ChainCommand::Found ChainCommand::Find(workbench::EmbeddedHost& host) const {
-  const SegmentPlace place = ParseSegmentPlace(place_);
-  const auto row = static_cast<std::uint32_t>(place.fromRow);
-  std::string file = place.file;
-  std::ranges::replace(file, '\\', '/');
+  const auto [file, row] = ParseLine(place_);
   std::string names;
   for (const auto& source : Candidates(host, file)) {
     auto model = OpenImage(host, source);
@@ -113,7 +126,10 @@ ChainCommand::Found ChainCommand::Find(workbench::EmbeddedHost& host) const {
     if (!occurrences.empty()) return {source, std::move(model), std::move(occurrences)};
     if (names.empty()) names = NamesOf(*model, variables);
   }
-  if (names.empty()) throw Error(fmt::format("There is no statement with variables at {}:{}.", file, row));
+  if (names.empty()) {
+    const std::string of = program_.empty() ? std::string() : fmt::format(" of {}", program_);
+    throw Error(fmt::format("There is no statement{} with variables at {}:{}.", of, file, row));
+  }
   throw Error(fmt::format("The statement at {}:{} has no {}; it has {}.", file, row, name_, names));
 }
 
@@ -123,7 +139,7 @@ int ChainCommand::RunIn(Context& context, workbench::EmbeddedHost& host) {
   workbench::flow::ProgramNetwork network([&](std::string_view name) { return library.Open(name); },
                                           [&](std::string_view name) { return library.CallersOf(name); });
   ChainPrinter printer(host);
-  if (!json_) PrintGaps(context, found.source, found.model->Head().gaps);
+  std::ostringstream text;  // so that a source that cannot be read leaves no half answer
   Json list = Json::array();
   for (const NodeId occurrence : found.occurrences) {
     auto& program = network.Add(found.model, UnitAround(*found.model, occurrence));
@@ -136,11 +152,16 @@ int ChainCommand::RunIn(Context& context, workbench::EmbeddedHost& host) {
       list.push_back(std::move(json));
       continue;
     }
-    if (occurrence != found.occurrences.front()) context.environment.out << '\n';
-    context.environment.out << printer.Occurrence(program, occurrence) << '\n';
-    printer.Print(context.environment.out, tree);
+    if (occurrence != found.occurrences.front()) text << '\n';
+    text << printer.Occurrence(program, occurrence) << '\n';
+    printer.Print(text, tree);
   }
-  if (json_) PrintJson(context, list);
+  if (json_) {
+    PrintJson(context, list);
+  } else {
+    PrintGaps(context, found.source, found.model->Head().gaps);
+    context.environment.out << text.view();
+  }
   return kDone;
 }
 

@@ -56,7 +56,7 @@ std::string ChainPrinter::Remarks(const ChainNode& node) const {
   };
   if (node.kind) add(std::string(NameOf(*node.kind)));
   if (node.mayDefine) add("perhaps");
-  if (node.isFromEarlierCall) add("when the program was called before");
+  if (node.isOfOtherCall) add(node.kind ? "when the program was called before" : "when the program is called again");
   if (node.bytes) {
     add(node.bytes->end == node.bytes->begin + 1
             ? fmt::format("byte {}", node.bytes->end)
@@ -81,9 +81,14 @@ std::string ChainPrinter::ConditionText(const Program& program, const Controllin
   return text;
 }
 
+ChainPrinter::Common& ChainPrinter::CommonOf(const Program& program) {
+  const auto found = std::ranges::find(common_, &program, &Common::program);
+  return found != common_.end() ? *found : common_.emplace_back(Common{&program, {}, 0});
+}
+
 // A loop that has ended in a range that has returned tells nothing about the statement.
 std::vector<ControllingCondition> ChainPrinter::ShownConditions(const ChainNode& node) {
-  const auto& common = common_[node.program].conditions;
+  const auto& common = CommonOf(*node.program).conditions;
   std::vector<ControllingCondition> shown;
   std::ranges::copy_if(node.conditions.always, std::back_inserter(shown), [&](const ControllingCondition& condition) {
     return !(condition.ended && condition.within != 0) && std::ranges::find(common, condition) == common.end();
@@ -108,6 +113,7 @@ void ChainPrinter::PrintConditions(std::ostream& out, const ChainNode& node, con
     }
   }
   for (const ControllingCondition& condition : shown) out << indent << ConditionText(program, condition) << '\n';
+  if (node.conditions.areCut) out << indent << "and perhaps under more conditions: too many PERFORMs lead here\n";
   for (const WayIn& way : node.conditions.waysIn) {
     if (way.conditions.empty()) continue;
     out << indent << (way.perform == 0 ? "from above" : "performed at " + Place(program, way.perform)) << '\n';
@@ -126,10 +132,10 @@ void ChainPrinter::Print(std::ostream& out, const ChainNode& node, const ChainNo
   if (node.seenBefore) out << "  (see above)";
   if (node.cut) out << "  (goes on)";
   out << '\n';
-  if (node.seenBefore) return;
   for (const CallPassed& call : node.calls) {
     out << indent << "    through the call at " << Place(*call.program, call.statement) << '\n';
   }
+  if (node.seenBefore) return;
   PrintConditions(out, node, above, indent + "    ");
   for (const ChainNode& next : node.next) Print(out, next, &node, depth + 1);
 }
@@ -137,7 +143,7 @@ void ChainPrinter::Print(std::ostream& out, const ChainNode& node, const ChainNo
 void ChainPrinter::FindCommon(const std::vector<ChainNode>& nodes) {
   for (const ChainNode& node : nodes) {
     const bool isStatement = PlaceOf(node) == node.statement && node.conditions.runs && !node.seenBefore;
-    Common& common = common_[node.program];
+    Common& common = CommonOf(*node.program);
     if (isStatement && common.statements++ == 0) {
       common.conditions = ShownConditions(node);
     } else if (isStatement) {
@@ -149,12 +155,12 @@ void ChainPrinter::FindCommon(const std::vector<ChainNode>& nodes) {
 }
 
 void ChainPrinter::PrintCommon(std::ostream& out) const {
-  for (const auto& [program, common] : common_) {
+  for (const Common& common : common_) {
     if (common.conditions.empty()) continue;
     out << (common_.size() == 1 ? std::string("  All of it runs only\n")
-                                : fmt::format("  All of it in {} runs only\n", program->name));
+                                : fmt::format("  All of it in {} runs only\n", common.program->name));
     for (const ControllingCondition& condition : common.conditions) {
-      out << "      " << ConditionText(*program, condition) << '\n';
+      out << "      " << ConditionText(*common.program, condition) << '\n';
     }
   }
 }
@@ -163,10 +169,11 @@ void ChainPrinter::Print(std::ostream& out, const ChainTree& tree) {
   arrow_ = tree.isBackward ? "<-" : "->";
   common_.clear();
   FindCommon(tree.roots);
-  for (auto& [program, common] : common_) {
+  for (Common& common : common_) {
     if (common.statements < 2) common.conditions.clear();
   }
   PrintCommon(out);
+  if (tree.roots.empty()) out << "  is used nowhere\n";
   for (const ChainNode& root : tree.roots) Print(out, root, nullptr, 1);
   if (tree.gaps.empty()) return;
   out << "\nWhat is not known:\n";
@@ -207,9 +214,10 @@ Json ChainPrinter::AsJson(const ChainNode& node) {
   if (node.kind) json["perhaps"] = node.mayDefine;
   json["calls"] = Json::array();
   for (const CallPassed& call : node.calls) json["calls"].push_back(PlaceAsJson(*call.program, call.statement));
-  json["earlierCall"] = node.isFromEarlierCall;
+  json[node.kind ? "earlierCall" : "laterCall"] = node.isOfOtherCall;
   json["runs"] = node.conditions.runs;
   json["conditions"] = ConditionsAsJson(program, node.conditions.always);
+  json["conditionsCut"] = node.conditions.areCut;
   json["waysIn"] = Json::array();
   for (const WayIn& way : node.conditions.waysIn) {
     json["waysIn"].push_back({{"perform", way.perform == 0 ? Json() : PlaceAsJson(program, way.perform)},

@@ -44,15 +44,17 @@ class ChainPrinter {
   std::string Remarks(const ChainNode& node) const;
   std::string ConditionText(const Program& program, const workbench::flow::ControllingCondition& condition) const;
 
-  // The conditions that all statements of a tree have in common, and how many these are.
+  // The conditions that all statements of a program in a tree have in common, and how many these are.
   struct Common {
+    const Program* program = nullptr;
     std::vector<workbench::flow::ControllingCondition> conditions;
     std::size_t statements = 0;
   };
+  Common& CommonOf(const Program& program);
 
   workbench::EmbeddedHost& host_;
-  std::map<const Program*, Common> common_;  // of the tree that is being printed
-  std::string_view arrow_;                   // in it
+  std::vector<Common> common_;  // of the tree that is being printed, in the order in which its programs come up
+  std::string_view arrow_;      // in it
   std::map<const workbench::codemodel::ModelImage*, std::unique_ptr<SourceLines>> lines_;
 };
 

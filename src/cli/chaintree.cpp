@@ -11,6 +11,7 @@
 namespace qmrules::cli {
 
 using workbench::codemodel::Entity;
+using workbench::codemodel::VarUsage;
 using workbench::flow::ByteInterval;
 using workbench::flow::ByteSet;
 using workbench::flow::ChainLink;
@@ -60,52 +61,55 @@ ChainNode ChainTreeBuilder::NodeOf(NetworkProgram& program, NodeId operand, Node
 void ChainTreeBuilder::Add(NetworkProgram& program, NodeId occurrence) {
   const NodeId statement = StatementAround(*program.model, occurrence);
   const bool isCall = statement != 0 && program.model->Nodes()[statement].entity == Entity::Port;
+  const bool isUsed = program.model->Nodes()[occurrence].usage != VarUsage::In;
   std::vector<ChainNode> nodes;
   // ADD 1 TO A: the A that the statement makes is made from the one that it finds.
   const bool isMadeHere = IsBackward() && !isCall && !program.flow->FeedsOf(occurrence).empty();
-  if (!isMadeHere) Follow(program, {occurrence, std::nullopt}, 1, nodes);
-  if (nodes.empty()) {
+  if (!isMadeHere) Follow(program, {occurrence, ByteSet::All()}, 1, nodes);
+  if (nodes.empty() && (IsBackward() || isUsed)) {
     nodes.push_back(NodeOf(program, occurrence, statement));
-    Expand(nodes.back(), nullptr, 0);
+    Expand(nodes.back(), ByteSet::All(), 0);
   }
   std::ranges::move(nodes, std::back_inserter(tree_.roots));
 }
 
-std::vector<ChainTreeBuilder::Step> ChainTreeBuilder::StepsFrom(const ChainNode& node, const ByteSet* bytes) {
-  const auto ask = [&](auto of, auto ofBytes) { return bytes == nullptr ? of() : ofBytes(); };
+// What the node's statement makes its value from, or makes of it.
+std::vector<ChainTreeBuilder::Step> ChainTreeBuilder::StepsFrom(const ChainNode& node, const ByteSet& bytes) {
   auto& flow = *node.program->flow;
-  const std::vector<Effect> effects =
-      IsBackward() ? ask([&] { return flow.FeedsOf(node.operand); }, [&] { return flow.FeedsOf(node.operand, *bytes); })
-                   : ask([&] { return flow.FedBy(node.operand); }, [&] { return flow.FedBy(node.operand, *bytes); });
   std::vector<Step> steps;
-  for (const Effect& effect : effects) {
+  for (const Effect& effect : IsBackward() ? flow.FeedsOf(node.operand, bytes) : flow.FedBy(node.operand, bytes)) {
     if (effect.place.area == 0) continue;
-    const auto same = std::ranges::find(steps, effect.operand, &Step::operand);
-    if (same == steps.end()) {
-      steps.push_back({effect.operand, effect.place.Bytes()});
-    } else {
-      same->bytes->Add(effect.place.Bytes());
-    }
+    auto same = std::ranges::find(steps, effect.operand, &Step::operand);
+    if (same == steps.end()) same = steps.insert(steps.end(), {effect.operand, {}});
+    same->bytes.Add(effect.place.Bytes());
   }
   return steps;
 }
 
+std::vector<ChainTreeBuilder::Step> ChainTreeBuilder::NotYetAsked(const NetworkProgram& program,
+                                                                  const std::vector<Step>& steps) const {
+  std::vector<Step> fresh;
+  for (Step step : steps) {
+    const auto asked = asked_.find({&program, step.operand});
+    if (asked != asked_.end()) step.bytes.Remove(asked->second);
+    if (!step.bytes.Empty()) fresh.push_back(std::move(step));
+  }
+  return fresh;
+}
+
+void ChainTreeBuilder::AddGap(NetworkGap gap) {
+  const auto same = [&](const NetworkGap& other) {
+    return other.program == gap.program && other.gap.node == gap.gap.node && other.gap.text == gap.gap.text;
+  };
+  if (std::ranges::none_of(tree_.gaps, same)) tree_.gaps.push_back(std::move(gap));
+}
+
 void ChainTreeBuilder::Follow(NetworkProgram& program, const Step& step, std::size_t depth,
                               std::vector<ChainNode>& nodes) {
-  NetworkChain chain;
-  if (IsBackward()) {
-    chain = step.bytes ? network_.DefinitionsReaching(program, step.operand, *step.bytes)
-                       : network_.DefinitionsReaching(program, step.operand);
-  } else {
-    chain = step.bytes ? network_.UsesReached(program, step.operand, *step.bytes)
-                       : network_.UsesReached(program, step.operand);
-  }
-  for (NetworkGap& gap : chain.gaps) {
-    const auto same = [&](const NetworkGap& other) {
-      return other.program == gap.program && other.gap.node == gap.gap.node && other.gap.text == gap.gap.text;
-    };
-    if (std::ranges::none_of(tree_.gaps, same)) tree_.gaps.push_back(std::move(gap));
-  }
+  asked_[{&program, step.operand}].Add(step.bytes);
+  NetworkChain chain = IsBackward() ? network_.DefinitionsReaching(program, step.operand, step.bytes)
+                                    : network_.UsesReached(program, step.operand, step.bytes);
+  for (NetworkGap& gap : chain.gaps) AddGap(std::move(gap));
   for (const NetworkLink& found : chain.links) {
     const ChainLink& link = found.link;
     const NodeId operand = IsBackward() ? link.definition : link.use;
@@ -120,24 +124,25 @@ void ChainTreeBuilder::Follow(NetworkProgram& program, const Step& step, std::si
     node.overlaps = link.reason == LinkReason::Overlap;
     node.mayDefine = IsBackward() && link.mayDefine;
     node.calls = found.calls;
-    node.isFromEarlierCall = found.isFromEarlierCall;
-    Expand(node, &link.bytes, depth);
+    node.isOfOtherCall = found.isOfOtherCall;
+    Expand(node, link.bytes, depth);
     nodes.push_back(std::move(node));
   }
 }
 
-void ChainTreeBuilder::Expand(ChainNode& node, const ByteSet* bytes, std::size_t depth) {
+void ChainTreeBuilder::Expand(ChainNode& node, const ByteSet& bytes, std::size_t depth) {
   const auto steps = StepsFrom(node, bytes);
   if (steps.empty()) return;
-  if (!seen_.insert({node.program, {node.operand, node.statement}}).second) {
-    node.seenBefore = true;
-    return;
-  }
+  node.seenBefore = NotYetAsked(*node.program, steps).empty();
+  if (node.seenBefore) return;
   if (depth >= depth_ || tree_.nodes >= kMostNodes) {
     node.cut = true;
     return;
   }
-  for (const Step& step : steps) Follow(*node.program, step, depth + 1, node.next);
+  // What one step leads to can ask about the next one.
+  for (const Step& step : steps) {
+    for (const Step& fresh : NotYetAsked(*node.program, {step})) Follow(*node.program, fresh, depth + 1, node.next);
+  }
 }
 
 }  // namespace qmrules::cli

@@ -2,8 +2,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <optional>
-#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -23,9 +23,9 @@ struct ChainNode {
   bool overlaps = false;                                // through another name for the same bytes
   bool mayDefine = false;
   std::vector<workbench::flow::CallPassed> calls;  // between the one above and this
-  bool isFromEarlierCall = false;                  // of the program: its storage is as that call has left it
+  bool isOfOtherCall = false;                      // an earlier call of the program left it, or a later one finds it
   workbench::flow::StatementConditions conditions;
-  bool seenBefore = false;  // what follows stands where it came up first
+  bool seenBefore = false;  // all that follows stands where it came up first
   bool cut = false;         // what follows is deeper than was asked for
   std::vector<ChainNode> next;
 };
@@ -37,7 +37,8 @@ struct ChainTree {
   bool isBackward = true;
 };
 
-// Follows chains from definition to definition, or from use to use, each of them once.
+// Follows chains from definition to definition, or from use to use. Each byte of an occurrence is asked about once: a
+// chain that comes to a group move again, for other bytes of it, goes on for these.
 class ChainTreeBuilder {
  public:
   enum class Direction : std::uint8_t { Backward, Forward };
@@ -51,28 +52,31 @@ class ChainTreeBuilder {
   }
 
   // Roots are the definitions (uses) of the occurrence. Where the statement that it stands in is one itself, that is
-  // the root.
+  // the root. There is none for a value that nothing uses.
   void Add(workbench::flow::NetworkProgram& program, workbench::flow::NodeId occurrence);
   ChainTree Take() { return std::move(tree_); }
 
  private:
   using NodeId = workbench::flow::NodeId;
+  // A question that follows from a node.
   struct Step {
     NodeId operand = 0;
-    std::optional<workbench::flow::ByteSet> bytes;
+    workbench::flow::ByteSet bytes;  // of the operand's area
   };
 
   bool IsBackward() const { return direction_ == Direction::Backward; }
   ChainNode NodeOf(workbench::flow::NetworkProgram& program, NodeId operand, NodeId statement);
-  std::vector<Step> StepsFrom(const ChainNode& node, const workbench::flow::ByteSet* bytes);
+  std::vector<Step> StepsFrom(const ChainNode& node, const workbench::flow::ByteSet& bytes);
+  std::vector<Step> NotYetAsked(const workbench::flow::NetworkProgram& program, const std::vector<Step>& steps) const;
   void Follow(workbench::flow::NetworkProgram& program, const Step& step, std::size_t depth,
               std::vector<ChainNode>& nodes);
-  void Expand(ChainNode& node, const workbench::flow::ByteSet* bytes, std::size_t depth);
+  void Expand(ChainNode& node, const workbench::flow::ByteSet& bytes, std::size_t depth);
+  void AddGap(workbench::flow::NetworkGap gap);
 
   workbench::flow::ProgramNetwork& network_;
   Direction direction_;
   std::size_t depth_;
-  std::set<std::pair<const workbench::flow::NetworkProgram*, std::pair<NodeId, NodeId>>> seen_;
+  std::map<std::pair<const workbench::flow::NetworkProgram*, NodeId>, workbench::flow::ByteSet> asked_;  // by operand
   ChainTree tree_;
 };
 

@@ -69,8 +69,10 @@ std::string RunFilter(const std::string& program, const std::vector<std::string>
   actions.Connect(in, STDIN_FILENO);
   actions.Connect(out, STDOUT_FILENO);
   pid_t child = 0;
-  if (::posix_spawnp(&child, program.c_str(), actions.Get(), nullptr, pointers.data(), environ) != 0) {
-    throw platform::Error(fmt::format("The program {} is missing.", program));
+  const int failure = ::posix_spawnp(&child, program.c_str(), actions.Get(), nullptr, pointers.data(), environ);
+  if (failure == ENOENT) throw platform::Error(fmt::format("The program {} is missing.", program));
+  if (failure != 0) {
+    throw platform::Error(fmt::format("{} cannot be run: {}.", program, std::generic_category().message(failure)));
   }
   int status = 0;
   while (::waitpid(child, &status, 0) < 0 && errno == EINTR) continue;

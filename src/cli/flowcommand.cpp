@@ -2,7 +2,11 @@
 
 #include <CLI/App.hpp>
 #include <CLI/Validators.hpp>
+#include <algorithm>
 #include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "cli/cli.h"
 #include "cli/commandlist.h"
@@ -17,6 +21,7 @@
 #include "shell/casefold.h"
 #include "workbench/codemodel/nodewalk.h"
 #include "workbench/flow/flowlanguage.h"
+#include "workbench/flow/openreturns.h"
 
 namespace qmrules::cli {
 
@@ -40,9 +45,10 @@ class FlowCommand final : public WorkspaceCommand {
   }
   void Declare(CLI::App& app) override {
     app.add_option("PROGRAM", program_, kProgramHelp)->type_name("")->required();
-    app.add_option("--paragraph", paragraph_,
-                   "Only this paragraph or section, statement by statement; \"A OF B\" for the A of a section B. "
-                   "Without it, all paragraphs and how they lead to each other")
+    app.add_option(
+           "--paragraph", paragraph_,
+           "Only this paragraph or section, statement by statement; \"A OF B\" for the A of a section or nested "
+           "program B. Without it, all paragraphs and how they lead to each other")
         ->type_name("NAME");
     app.add_option("--format", format_, "svg, a picture drawn by Graphviz, or dot, its description for Graphviz")
         ->type_name("FORMAT")
@@ -60,27 +66,22 @@ class FlowCommand final : public WorkspaceCommand {
   NodeId FindLabel(const ModelImage& model) const;
   std::string Picture(const FlowPicture& picture, NodeId label, NodeId division) const;
   void Put(Context& context, const std::string& text) const;
+  void TellWhatIsMissing(Context& context, const ModelImage& model, const RangeBodies& bodies, NodeId label) const;
 
   std::string program_, paragraph_, format_ = "svg", output_;
   bool json_ = false;
 };
 
-// The index of the unit that the node stands in.
-std::uint32_t UnitOf(const ModelImage& model, NodeId node) {
-  std::uint32_t found = 0;
-  for (std::uint32_t unit = 0; unit < model.Units().size(); ++unit) {
-    const NodeId division = model.Units()[unit].division;
-    if (node >= division && node <= model.Nodes()[division].last) found = unit;
-  }
-  return found;
+// What a label can be qualified by: the section that a paragraph is in, or the program.
+std::string_view NameAround(const ModelImage& model, NodeId label) {
+  const auto& parent = model.Nodes()[model.Nodes()[label].parent];
+  return model.Text(parent.entity == Entity::Section ? parent.name : model.Units()[UnitAround(model, label)].name);
 }
 
-bool HasName(const ModelImage& model, NodeId label, std::string_view name, std::string_view section) {
-  const auto nodes = model.Nodes();
-  if (!shell::EqualIgnoringCase(model.Text(nodes[label].name), name)) return false;
-  const NodeId parent = nodes[label].parent;
-  return section.empty() ||
-         (nodes[parent].entity == Entity::Section && shell::EqualIgnoringCase(model.Text(nodes[parent].name), section));
+bool HasName(const ModelImage& model, NodeId label, std::string_view name, std::string_view around) {
+  if (!shell::EqualIgnoringCase(model.Text(model.Nodes()[label].name), name)) return false;
+  return around.empty() || shell::EqualIgnoringCase(NameAround(model, label), around) ||
+         shell::EqualIgnoringCase(model.Text(model.Units()[UnitAround(model, label)].name), around);
 }
 
 // The label of --paragraph; 0 without it. A section goes before its own first paragraph, which has its name.
@@ -88,14 +89,27 @@ NodeId FlowCommand::FindLabel(const ModelImage& model) const {
   if (paragraph_.empty()) return 0;
   const std::string upper = shell::ToUpper(paragraph_);
   const auto of = upper.find(" OF ");
-  const std::string name = upper.substr(0, of), section = of == std::string::npos ? "" : upper.substr(of + 4);
+  const std::string name = upper.substr(0, of), around = of == std::string::npos ? "" : upper.substr(of + 4);
   const auto last = static_cast<NodeId>(model.Nodes().size() - 1);
+  NodeId found = 0;
+  std::vector<std::string> names;  // of all that are meant
   for (KindWalk walk(model, Entity::Label, 1, last); walk.Current() != 0; walk.MoveNext()) {
-    if (HasName(model, walk.Current(), name, section)) return walk.Current();
+    const NodeId label = walk.Current();
+    if (!HasName(model, label, name, around)) continue;
+    if (found != 0 && model.Nodes()[label].parent == found) continue;
+    if (found == 0) found = label;
+    names.push_back(fmt::format("{} OF {}", name, NameAround(model, label)));
   }
-  throw platform::Error(
-      fmt::format("{0} has no paragraph {1}; \"qmrules model {0} --entity LABEL\" lists its paragraphs and sections.",
-                  program_, paragraph_));
+  if (found == 0) {
+    throw platform::Error(
+        fmt::format("{0} has no paragraph {1}; \"qmrules model {0} --entity LABEL\" lists its paragraphs and sections.",
+                    program_, paragraph_));
+  }
+  if (std::ranges::any_of(names, [&](const std::string& other) { return other != names.front(); })) {
+    throw platform::Error(fmt::format("{} has several paragraphs {}: {}; name one of them so.", program_, paragraph_,
+                                      fmt::join(names, ", ")));
+  }
+  return found;
 }
 
 Json ObjectAsJson(const ModelImage& model, NodeId node) {
@@ -138,11 +152,13 @@ Json PointsAsJson(const ModelImage& model, const RangeBodies& bodies, NodeId lab
   return list;
 }
 
-Json GapsAsJson(const ModelImage& model, const FlowGraph& flow) {
+Json GapsAsJson(const ModelImage& model, const RangeBodies& bodies) {
   Json list = Json::array();
-  for (const auto& gap : flow.Gaps()) {
+  const auto add = [&](const workbench::flow::FlowGap& gap) {
     list.push_back({{"kind", NameOf(gap.kind)}, {"object", ObjectAsJson(model, gap.node)}});
-  }
+  };
+  for (const auto& gap : bodies.Flow().Gaps()) add(gap);
+  for (const auto& gap : workbench::flow::OpenReturns(bodies)) add(gap);
   return list;
 }
 
@@ -166,21 +182,39 @@ void FlowCommand::Put(Context& context, const std::string& text) const {
   }
 }
 
+void FlowCommand::TellWhatIsMissing(Context& context, const ModelImage& model, const RangeBodies& bodies,
+                                    NodeId label) const {
+  std::vector<std::string_view> nested;
+  for (const auto& unit : model.Units().subspan(1)) nested.push_back(model.Text(unit.name));
+  if (label == 0 && !nested.empty()) {
+    context.environment.err << fmt::format(
+        "The programs nested in {} are not shown: {}. A paragraph P of one is shown by --paragraph \"P OF {}\".\n",
+        program_, fmt::join(nested, ", "), nested.front());
+  }
+  if (!bodies.AreReturnsMatched()) {
+    context.environment.err
+        << "Too many PERFORM ranges of the program run through each other by GO TO to be told apart: "
+           "paragraphs can be shown to run, or to fall into the next one, that never do.\n";
+  }
+}
+
 int FlowCommand::RunIn(Context& context, workbench::EmbeddedHost& host) {
   const auto program = FindProgram(host, program_);
   const auto model = OpenImage(host, program);
   const NodeId label = FindLabel(*model);
-  const std::uint32_t unit = label == 0 ? 0 : UnitOf(*model, label);
+  const std::uint32_t unit = label == 0 ? 0 : UnitAround(*model, label);
   const auto* language = workbench::flow::FlowLanguageOf(*model);
   if (language == nullptr)
     throw platform::Error(fmt::format("The flow of {} programs is not known.", model->Language()));
   const FlowGraph flow = language->BuildFlow(*model, unit);
   const RangeBodies bodies(flow);
+  TellWhatIsMissing(context, *model, bodies, label);
   if (json_) {
     Put(context, JsonText({{"program", program.name},
+                           {"returnsMatched", bodies.AreReturnsMatched()},
                            {"points", PointsAsJson(*model, bodies, label)},
                            {"ranges", RangesAsJson(*model, flow)},
-                           {"gaps", GapsAsJson(*model, flow)}}) +
+                           {"gaps", GapsAsJson(*model, bodies)}}) +
                      "\n");
     return kDone;
   }

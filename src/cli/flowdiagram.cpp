@@ -99,7 +99,6 @@ class LabelPicture {
   std::string Rows(NodeId node) const;
   std::string Operands(NodeId counter, Role role) const;
   std::string ArrowsText(PointId point);
-  bool FallsOn(PointId end) const;
 
   const FlowPicture& picture_;
   const ModelImage& model_;
@@ -122,7 +121,7 @@ void LabelPicture::Collect() {
   for (std::size_t at = 0; at < points_.size(); ++at) {
     const PointId point = points_[at];
     if (ShapeOf(point) == Shape::None) continue;
-    if (At(point).kind == PointKind::End && !FallsOn(point)) continue;
+    if (At(point).kind == PointKind::End && !FallsOn(picture_.bodies, point)) continue;
     for (const Way& way : flow_.WaysOut(point)) {
       Arrow arrow = Follow(way);
       if (!arrow.to.empty()) arrows_[at].push_back(std::move(arrow));
@@ -130,16 +129,8 @@ void LabelPicture::Collect() {
   }
 }
 
-// The end of a label goes on to the next one only in a range that does not end there.
-bool LabelPicture::FallsOn(PointId end) const {
-  for (const auto range : picture_.bodies.RangesWith(end)) {
-    const auto& body = picture_.bodies.Of(range);
-    if (!body.Outs(body.PlaceOf(end)).empty()) return true;
-  }
-  return false;
-}
-
 Shape LabelPicture::ShapeOfStatement(PointId point) const {
+  if (At(point).part > 0) return Shape::None;
   const Entity entity = model_.Nodes()[At(point).node].entity;
   if (entity == Entity::If || entity == Entity::Perform || entity == Entity::Block) return Shape::None;
   const auto ways = flow_.WaysOut(point);
@@ -387,6 +378,13 @@ std::string DotLines(std::string_view text, std::size_t columns, std::size_t mos
     if (!text.empty()) lines += end;
   }
   return lines;
+}
+
+bool FallsOn(const workbench::flow::RangeBodies& bodies, PointId end) {
+  return std::ranges::any_of(bodies.RangesWith(end), [&](const auto range) {
+    const auto& body = bodies.Of(range);
+    return !body.Outs(body.PlaceOf(end)).empty();
+  });
 }
 
 std::string DrawLabel(const FlowPicture& picture, NodeId label) {

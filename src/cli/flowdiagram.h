@@ -24,6 +24,9 @@ std::string DrawLabel(const FlowPicture& picture, workbench::codemodel::NodeId l
 // All paragraphs and sections of the unit: which one performs which, falls into which and goes to which.
 std::string DrawOverview(const FlowPicture& picture, workbench::codemodel::NodeId division);
 
+// Whether control goes on from the end of a label to the next one: in a range that does not end there.
+bool FallsOn(const workbench::flow::RangeBodies& bodies, workbench::flow::PointId end);
+
 // A text as Graphviz takes it within quotes.
 std::string DotText(std::string_view text);
 // The same broken into lines of at most so many columns, before AND and OR or at blanks; at most `most` lines. `end`

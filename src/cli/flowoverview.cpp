@@ -71,9 +71,16 @@ class OverviewPicture {
   std::string Box(NodeId label, std::string_view indent) const {
     const auto points = flow_.PointsOf(label);
     const bool never = points.empty() || bodies_.RangesWith(points[0]).empty();
-    return fmt::format("{}l{} [label=\"{}\\n{}\"{}];\n", indent, label, DotText(NameOf(label)),
-                       model_.Nodes()[label].firstRow,
+    return fmt::format("{}l{} [label=\"{}\\n{}\"{}];\n", indent, label, DotText(NameOf(label)), Place(label),
                        never ? ", fontcolor=\"#9e9e9e\", color=\"#c4c4c4\", style=\"filled,dashed\"" : "");
+  }
+
+  // The row, with its file for what comes from a copybook.
+  std::string Place(NodeId label) const {
+    const auto& record = model_.Nodes()[label];
+    if (record.file == 0) return fmt::format("{}", record.firstRow);
+    const std::string_view file = model_.FileName(record.file);
+    return DotText(fmt::format("{}:{}", file.substr(file.rfind('/') + 1), record.firstRow));
   }
 
   // The paragraph that a node stands in; for a section, its first one.
@@ -95,7 +102,7 @@ class OverviewPicture {
         const PerformRange& range = flow_.Ranges()[at.range];
         Add(BoxOf(at.node), BoxOf(range.first), Link::Performs, range.last == range.first ? 0 : range.last);
       } else if (at.kind == PointKind::End) {
-        if (FallsOn(point)) FallsFrom(point);
+        if (FallsOn(bodies_, point)) FallsFrom(point);
       } else {
         GoesFrom(point);
       }
@@ -104,14 +111,6 @@ class OverviewPicture {
 
   void Add(NodeId from, NodeId to, Link link, NodeId through) {
     if (from != 0 && to != 0) ++links_[{from, to, link, through}];
-  }
-
-  bool FallsOn(PointId end) const {
-    for (const auto range : bodies_.RangesWith(end)) {
-      const auto& body = bodies_.Of(range);
-      if (!body.Outs(body.PlaceOf(end)).empty()) return true;
-    }
-    return false;
   }
 
   // Past the ends and starts of sections, which have no boxes of their own.
@@ -124,7 +123,7 @@ class OverviewPicture {
       if (ways.empty()) return;
       at = ways[0].to;
       const Point& to = flow_.Points()[at];
-      if (to.kind == PointKind::End && !FallsOn(at)) return;
+      if (to.kind == PointKind::End && !FallsOn(bodies_, at)) return;
       if (to.kind == PointKind::Start) return Add(from.node, BoxOf(to.node), Link::Falls, 0);
     }
   }

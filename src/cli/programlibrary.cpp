@@ -37,8 +37,24 @@ const std::shared_ptr<const ModelImage>& ProgramLibrary::ImageOf(Entry& entry) {
 }
 
 std::shared_ptr<const ModelImage> ProgramLibrary::Open(std::string_view name) {
-  const auto found = entries_.find(shell::FoldCase(std::string(name)));
-  return found == entries_.end() ? nullptr : ImageOf(found->second);
+  const std::string key = shell::FoldCase(std::string(name));
+  if (const auto found = entries_.find(key); found != entries_.end()) return ImageOf(found->second);
+  if (!byEntryName_) FindEntryNames();
+  const auto found = byEntryName_->find(key);
+  return found == byEntryName_->end() ? nullptr : ImageOf(*found->second);
+}
+
+// Those of ENTRY stand in the models only, all of which are opened for it.
+void ProgramLibrary::FindEntryNames() {
+  byEntryName_.emplace();
+  for (auto& [name, entry] : entries_) {
+    const ModelImage& model = *ImageOf(entry);
+    for (const auto port : model.NodesOf(Entity::Port)) {
+      const auto& record = model.Nodes()[port];
+      if ((record.flags & workbench::codemodel::kPortUsing) == 0 || record.detail == 0) continue;
+      byEntryName_->try_emplace(shell::FoldCase(std::string(model.Text(record.detail))), &entry);
+    }
+  }
 }
 
 std::vector<std::string> ProgramLibrary::CallersOf(std::string_view name) {

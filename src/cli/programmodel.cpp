@@ -36,6 +36,14 @@ std::shared_ptr<const workbench::codemodel::ModelImage> OpenImage(workbench::Emb
   return workbench::codemodel::ModelImage::Open(host.PathOf(program.modelFile));
 }
 
+std::uint32_t UnitAround(const workbench::codemodel::ModelImage& model, workbench::codemodel::NodeId node) {
+  std::uint32_t found = 0;
+  for (std::uint32_t unit = 0; unit < model.Units().size(); ++unit) {
+    if (model.Units()[unit].firstNode <= node && node <= model.Units()[unit].lastNode) found = unit;
+  }
+  return found;
+}
+
 void PrintGaps(Context& context, const catalogue::RegisteredSource& program, std::size_t gaps) {
   if (gaps == 0) return;
   context.environment.out << fmt::format("This program's model has {}; see \"qmrules diagnostics {}\".\n",

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -22,6 +23,9 @@ catalogue::RegisteredSource FindProgram(workbench::EmbeddedHost& host, const std
 void RequireModel(const catalogue::RegisteredSource& program);
 std::shared_ptr<const workbench::codemodel::ModelImage> OpenImage(workbench::EmbeddedHost& host,
                                                                   const catalogue::RegisteredSource& program);
+
+// The innermost unit of the model that the node is in: its index.
+std::uint32_t UnitAround(const workbench::codemodel::ModelImage& model, workbench::codemodel::NodeId node);
 
 // Where the program's model has gaps, a line that says so: it stands before every result that comes from the model.
 void PrintGaps(Context& context, const catalogue::RegisteredSource& program, std::size_t gaps);

@@ -72,7 +72,8 @@ TEST_F(ChainCommands, WhyShowsTheChainWithItsConditionsAcrossPrograms) {
       "    P-TAX <- cobol/taxes.cbl:10  DIVIDE P-AMOUNT BY 5 GIVING P-TAX  [computation]\n"
       "        through the call at cobol/rates.cbl:20\n"
       "      P-AMOUNT <- cobol/taxes.cbl:5  01  P.  [parameter]\n"
-      "      PARMS <- cobol/rates.cbl:19  MOVE FEE TO AMOUNT  [move, bytes 1 to 5]  (see above)\n");
+      "      PARMS <- cobol/rates.cbl:19  MOVE FEE TO AMOUNT  [move, bytes 1 to 5]  (see above)\n"
+      "          through the call at cobol/rates.cbl:20\n");
 }
 
 TEST_F(ChainCommands, UsesShowsWhatComesOfADefinition) {
@@ -83,9 +84,8 @@ TEST_F(ChainCommands, UsesShowsWhatComesOfADefinition) {
             "      TOTAL -> cobol/rates.cbl:26  DISPLAY TOTAL\n"
             "    P-AMOUNT -> cobol/taxes.cbl:10  DIVIDE P-AMOUNT BY 5 GIVING P-TAX\n"
             "        through the call at cobol/rates.cbl:20\n"
-            "      TAX -> cobol/rates.cbl:25  ADD AMOUNT TAX GIVING TOTAL\n"
-            "          through the call at cobol/rates.cbl:20\n"
-            "        TOTAL -> cobol/rates.cbl:26  DISPLAY TOTAL\n");
+            "      TAX -> cobol/rates.cbl:25  ADD AMOUNT TAX GIVING TOTAL  (see above)\n"
+            "          through the call at cobol/rates.cbl:20\n");
 }
 
 TEST_F(ChainCommands, AProgramThatIsNotThereIsToldBelowTheTree) {
@@ -129,6 +129,58 @@ TEST_F(ChainCommands, ConditionsOfTheWholeTreeStandAboveIt) {
             "    A <- cobol/shared.cbl:13  MOVE 3 TO A  [constant move]\n");
 }
 
+constexpr const char* kGroups = R"(       IDENTIFICATION DIVISION.
+       PROGRAM-ID. GROUPS.
+       DATA DIVISION.
+       WORKING-STORAGE SECTION.
+       01  FIRST-GROUP.
+           05  A        PIC X(3).
+           05  B        PIC X(3).
+       01  SECOND-GROUP.
+           05  C        PIC X(3).
+           05  D        PIC X(3).
+       01  E            PIC X(6).
+       PROCEDURE DIVISION.
+       MAIN-PART.
+           ACCEPT A
+           ACCEPT B
+           MOVE FIRST-GROUP TO SECOND-GROUP
+           STRING C D DELIMITED BY SIZE INTO E
+           DISPLAY E
+           MOVE SPACES TO E
+           STOP RUN.
+)";
+
+TEST_F(ChainCommands, AGroupMoveIsFollowedAgainForOtherBytes) {
+  folder_.Write("cobol/groups.cbl", kGroups);
+  Do({"scan"});
+  EXPECT_EQ(Do({"why", "groups.cbl:18", "E"}),
+            "E  cobol/groups.cbl:18  DISPLAY E\n"
+            "  E <- cobol/groups.cbl:17  STRING C D DELIMITED BY SIZE INTO E  [computation]\n"
+            "    C <- cobol/groups.cbl:16  MOVE FIRST-GROUP TO SECOND-GROUP  [move]\n"
+            "      FIRST-GROUP <- cobol/groups.cbl:14  ACCEPT A  [input, bytes 1 to 3]\n"
+            "    D <- cobol/groups.cbl:16  MOVE FIRST-GROUP TO SECOND-GROUP  [move]\n"
+            "      FIRST-GROUP <- cobol/groups.cbl:15  ACCEPT B  [input, bytes 4 to 6]\n");
+}
+
+TEST_F(ChainCommands, AValueThatNothingUsesIsToldSo) {
+  folder_.Write("cobol/groups.cbl", kGroups);
+  Do({"scan"});
+  EXPECT_EQ(Do({"uses", "groups.cbl:19", "E"}),
+            "E  cobol/groups.cbl:19  MOVE SPACES TO E\n"
+            "  is used nowhere\n");
+}
+
+TEST_F(ChainCommands, APlaceIsOneLine) {
+  for (const char* place : {"rates.cbl", "rates.cbl:", "rates.cbl:0", "rates.cbl:-1", "rates.cbl:22-23", ":22"}) {
+    const auto run = Run({"why", place, "KIND"});
+    EXPECT_EQ(run.code, 2);
+    EXPECT_EQ(run.err, "qmrules: \"" + std::string(place) +
+                           "\" names no line: write FILE:LINE, with lines from 1, as \"billing.cbl:437\".\n"
+                           "See \"qmrules why --help\".\n");
+  }
+}
+
 TEST_F(ChainCommands, DepthCutsTheTree) {
   EXPECT_EQ(Do({"why", "rates.cbl:26", "TOTAL", "--depth", "1"}),
             "TOTAL  cobol/rates.cbl:26  DISPLAY TOTAL\n"
@@ -164,10 +216,9 @@ TEST_F(ChainCommands, ANameThatIsNotThereIsToldWithThoseThatAre) {
 TEST_F(ChainCommands, AFileThatIsNoSourceIsAnError) {
   const auto run = Run({"uses", "copy/rates.cpy:25", "FEE"});
   EXPECT_EQ(run.code, 1);
-  EXPECT_EQ(
-      run.err,
-      "qmrules: copy/rates.cpy is no source of the project; \"qmrules source list\" shows its sources. For a line "
-      "of a copybook, name the program with --program.\n");
+  EXPECT_EQ(run.err,
+            "qmrules: copy/rates.cpy is no source of the project; \"qmrules source list\" shows its sources, \"qmrules "
+            "scan\" finds new ones. For a line of a copybook, name the program with --program.\n");
 }
 
 TEST_F(ChainCommands, ALineOfACopybookNeedsTheProgram) {
@@ -186,6 +237,40 @@ TEST_F(ChainCommands, ALineOfACopybookNeedsTheProgram) {
   Do({"scan"});
   const std::string uses = Do({"uses", "ADDFEE.cpy:1", "FEE", "--program", "COPYING"});
   EXPECT_NE(uses.find("FEE -> cobol/copying.cbl:9  DISPLAY FEE."), std::string::npos) << uses;
+}
+
+TEST_F(ChainCommands, ACallOfAnEntryLeadsIntoTheProgramThatHasIt) {
+  folder_.Write("cobol/caller.cbl", R"(       IDENTIFICATION DIVISION.
+       PROGRAM-ID. CALLER.
+       DATA DIVISION.
+       WORKING-STORAGE SECTION.
+       01  A            PIC 9.
+       PROCEDURE DIVISION.
+       MAIN-PART.
+           CALL 'EXTRA' USING A
+           DISPLAY A
+           GOBACK.
+)");
+  folder_.Write("cobol/holder.cbl", R"(       IDENTIFICATION DIVISION.
+       PROGRAM-ID. HOLDER.
+       DATA DIVISION.
+       LINKAGE SECTION.
+       01  X            PIC 9.
+       PROCEDURE DIVISION.
+       MAIN-PART.
+           ENTRY 'EXTRA' USING X.
+           MOVE 7 TO X
+           GOBACK.
+)");
+  Do({"scan"});
+  EXPECT_EQ(Do({"why", "caller.cbl:9", "A"}),
+            "A  cobol/caller.cbl:9  DISPLAY A\n"
+            "  X <- cobol/holder.cbl:9  MOVE 7 TO X  [constant move]\n"
+            "      through the call at cobol/caller.cbl:8\n");
+  EXPECT_EQ(Do({"uses", "holder.cbl:9", "X"}),
+            "X  cobol/holder.cbl:9  MOVE 7 TO X\n"
+            "  A -> cobol/caller.cbl:9  DISPLAY A\n"
+            "      through the call at cobol/caller.cbl:8\n");
 }
 
 }  // namespace

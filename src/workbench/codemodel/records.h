@@ -36,6 +36,7 @@ enum NodeFlags : std::uint16_t {
   kTestAfter = 2048,     // a PERFORM that asks its UNTIL behind what it performs
   kDivides = 4096,       // arithmetic that divides by what can be zero or raises to a power: it can have no result
   kSelects = 8192,       // an INITIALIZE that takes in other items than usual: VALUE, DEFAULT, FILLER
+  kNoHandle = 16384,     // an EXEC CICS command that goes on whatever comes of it: NOHANDLE
 };
 
 struct NodeRecord {

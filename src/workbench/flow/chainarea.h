@@ -36,8 +36,16 @@ class ChainArea {
 
   // Ascending by point, those of one point in the order of the language.
   std::span<const AreaEffect> Effects() const { return effects_; }
-  // Indices of the effects on some of the bytes, ascending. Costs no more than the answer, and the logarithm of all.
-  std::vector<std::uint32_t> Touching(const ByteSet& bytes) const;
+  // Many effects are about the same bytes: those on an item, or on a field of a table by variable subscripts. Each such
+  // set of bytes has a number, from 0 in the order of the effects.
+  const ByteSet& SetOfBytes(std::uint32_t set) const { return effects_[EffectsOn(set).front()].bytes; }
+  // Indices of its effects, ascending.
+  std::span<const std::uint32_t> EffectsOn(std::uint32_t set) const {
+    return std::span(bySet_).subspan(setStarts_[set], setStarts_[set + 1] - setStarts_[set]);
+  }
+  // The sets that have some of the bytes, ascending. Costs no more than the sets that lie between the first and the
+  // last of the bytes, and the logarithm of all.
+  std::vector<std::uint32_t> SetsWith(const ByteSet& bytes) const;
   // Indices of the effects with the operand, ascending.
   std::vector<std::uint32_t> OfOperand(NodeId operand) const;
   // Of the point, in the order of the language.
@@ -45,15 +53,19 @@ class ChainArea {
   std::size_t Bytes() const;
 
  private:
+  void FindSets();
   void MakeTree(std::size_t first, std::size_t last);
-  void Collect(std::size_t first, std::size_t last, ByteInterval interval, std::vector<std::uint32_t>& found) const;
+  void Collect(std::size_t first, std::size_t last, const ByteSet& bytes, ByteInterval around,
+               std::vector<std::uint32_t>& found) const;
   std::uint64_t FarthestEnd(std::size_t first, std::size_t last) const;
 
   std::vector<AreaEffect> effects_;
   std::vector<AreaGap> gaps_;             // ascending by point
   std::vector<std::uint32_t> byOperand_;  // effects
-  // An interval tree without pointers: effects by their first byte, each the root of the stretch that it halves, with
-  // the farthest end within that stretch.
+  std::vector<std::uint32_t> setStarts_;  // by set, into bySet_, and its end
+  std::vector<std::uint32_t> bySet_;      // effects
+  // An interval tree without pointers: sets by their first byte, each the root of the stretch that it halves, with the
+  // farthest end within that stretch.
   std::vector<std::uint32_t> byBegin_;
   std::vector<std::uint64_t> farthest_;
 };

@@ -8,8 +8,8 @@
 
 #include "workbench/flow/rangebodies.h"
 
-// The bodies of ranges in a form that a search goes through quickly: straight runs of points are one block, and the
-// points of a block have consecutive positions.
+// The bodies of ranges in a form that a search goes through quickly: straight runs of points are one basic block, and
+// the points of a block have consecutive positions.
 namespace qmrules::workbench::flow {
 
 class BlockBody {

@@ -43,6 +43,9 @@ std::string TextOf(EffectGapKind kind, std::string_view name) {
       return fmt::format("The address of {} is set or taken; its storage may be another's.", name);
     case EffectGapKind::SharedStorage:
       return fmt::format("{} is shared with other programs, which may change it.", name);
+    case EffectGapKind::MovingItem:
+      return fmt::format("{} lies behind a table of variable size; it is taken for every place where it can lie.",
+                         name);
   }
   return {};
 }
@@ -57,6 +60,20 @@ std::string TextOf(FlowGapKind kind, std::string_view name) {
       return fmt::format("It is not known where it leads; what {} gets there is not known.", name);
     case FlowGapKind::HandledElsewhere:
       return fmt::format("An error here may be handled outside the program, where {} may change.", name);
+    case FlowGapKind::AnyStatement:
+      return fmt::format(
+          "An abend of any statement leads to this label; only those of CICS commands are followed, so {} may have "
+          "other "
+          "values there.",
+          name);
+    case FlowGapKind::Debugging:
+      return fmt::format("In a program made for debugging, this procedure runs in between and may change {}.", name);
+    case FlowGapKind::OpenReturn:
+      return fmt::format(
+          "A PERFORM that ends here, but was left by GO TO or overlaps another one, may still return from here; what "
+          "{} "
+          "gets then is not known.",
+          name);
   }
   return {};
 }
@@ -97,17 +114,22 @@ void ChainGatherer::Add(const AreaEffect& definition, const AreaEffect* use, con
 void ChainGatherer::AddGapsOf(const ChainArea& area, const AreaEffect& effect) {
   const NodeId operand = effect.effect.operand;
   for (const AreaGap& found : area.GapsAt(effect.point)) {
-    const bool concerns = found.gap.kind == EffectGapKind::UnknownStatement ||
-                          Contains(model_, operand, found.gap.node) || Contains(model_, found.gap.node, operand);
+    // What is said of an operand does not concern the variables of its subscripts.
+    const bool ofGroup =
+        model_.Nodes()[found.gap.node].entity != Entity::Var && Contains(model_, found.gap.node, operand);
+    const bool concerns =
+        found.gap.kind == EffectGapKind::UnknownStatement || Contains(model_, operand, found.gap.node) || ofGroup;
     if (!concerns) continue;
-    std::string text = TextOf(found.gap.kind, model_.Text(model_.Nodes()[operand].name));
-    gaps_.try_emplace({found.gap.node, text}, AnswerGap{found.gap.node, text});
+    AddGap(found.gap.node, TextOf(found.gap.kind, model_.Text(model_.Nodes()[operand].name)));
   }
 }
 
 void ChainGatherer::AddGap(const FlowGap& gap, NodeId operand) {
-  std::string text = TextOf(gap.kind, model_.Text(model_.Nodes()[operand].name));
-  gaps_.try_emplace({gap.node, text}, AnswerGap{gap.node, text});
+  AddGap(gap.node, TextOf(gap.kind, model_.Text(model_.Nodes()[operand].name)));
+}
+
+void ChainGatherer::AddGap(NodeId node, std::string text) {
+  gaps_.try_emplace({node, text}, AnswerGap{node, text});
 }
 
 Chain ChainGatherer::Sorted(NodeId ChainLink::*first, NodeId ChainLink::*second) {

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <bit>
+#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <set>
 #include <span>
 #include <utility>
 #include <vector>
@@ -19,53 +21,82 @@ using Direction = ChainSearch::Direction;
 
 constexpr std::size_t kMostPieces = 64;
 
-// Up to 64 consecutive pieces of the bytes asked about, none of which an effect cuts.
-class PieceTable {
+// The bytes asked about in pieces that the effects on them do not tell apart: all bytes of a piece are in the same
+// sets. A piece need not be one interval: where the subscripts of a table are variable, one field of all its rows is a
+// piece.
+class Partition {
  public:
-  explicit PieceTable(std::span<const ByteInterval> pieces) : pieces_(pieces) {}
-
-  Pieces Of(const ByteSet& bytes) const {
-    Pieces found = 0;
-    for (const ByteInterval& interval : bytes.Intervals()) {
-      const auto first = std::ranges::lower_bound(pieces_, interval.begin, {}, &ByteInterval::begin);
-      const auto last = std::ranges::lower_bound(first, pieces_.end(), interval.end, {}, &ByteInterval::begin);
-      for (auto piece = first; piece != last; ++piece) found |= Pieces{1} << (piece - pieces_.begin());
+  Partition(const ChainArea& area, std::span<const std::uint32_t> sets, std::span<const QuestionStart> starts,
+            const ByteSet& bytes) {
+    piecesOf_.resize(sets.size() + starts.size());
+    for (std::uint32_t set = 0; set < sets.size(); ++set) AddBounds(area.SetOfBytes(sets[set]).Within(bytes), set);
+    for (std::uint32_t start = 0; start < starts.size(); ++start) {
+      AddBounds(starts[start].bytes, static_cast<std::uint32_t>(sets.size()) + start);
     }
-    return found;
+    std::ranges::sort(bounds_);
+    Sweep();
   }
-  void AddTo(ByteSet& bytes, Pieces pieces) const {
-    for (; pieces != 0; pieces &= pieces - 1) bytes.Add(pieces_[static_cast<std::size_t>(std::countr_zero(pieces))]);
-  }
+
+  // In the order of their first bytes.
+  std::span<const ByteSet> Pieces() const { return pieces_; }
+  // Those that make up a set, by its place among the sets, or a start, which come behind the sets. Ascending.
+  std::span<const std::uint32_t> PiecesOf(std::size_t set) const { return piecesOf_[set]; }
 
  private:
-  std::span<const ByteInterval> pieces_;
-};
-
-// The bytes, cut wherever an effect or a start begins or ends.
-std::vector<ByteInterval> CutIntoPieces(const ChainArea& area, std::span<const std::uint32_t> effects,
-                                        std::span<const QuestionStart> starts, const ByteSet& bytes) {
-  std::vector<std::uint64_t> cuts;
-  const auto cut = [&](const ByteSet& cutting) {
-    for (const ByteInterval& interval : cutting.Intervals()) {
-      cuts.push_back(interval.begin);
-      cuts.push_back(interval.end);
-    }
+  // Where a set begins or ends.
+  struct Bound {
+    std::uint64_t at;
+    std::uint32_t set;
+    auto operator<=>(const Bound&) const = default;
   };
-  for (const std::uint32_t index : effects) cut(area.Effects()[index].bytes);
-  for (const QuestionStart& start : starts) cut(start.bytes);
-  std::ranges::sort(cuts);
-  cuts.erase(std::unique(cuts.begin(), cuts.end()), cuts.end());
-  std::vector<ByteInterval> pieces;
-  for (const ByteInterval& interval : bytes.Intervals()) {
-    std::uint64_t begin = interval.begin;
-    for (auto at = std::ranges::upper_bound(cuts, begin); at != cuts.end() && *at < interval.end; ++at) {
-      pieces.push_back({begin, *at});
-      begin = *at;
+  // Which sets the bytes are in that the sweep is at: the sum of two large numbers for each of them, which are as good
+  // as random, so that two different lots of sets having one sum is out of the question.
+  using Signature = std::pair<std::uint64_t, std::uint64_t>;
+
+  void AddBounds(const ByteSet& bytes, std::uint32_t set) {
+    for (const ByteInterval& interval : bytes.Intervals()) {
+      bounds_.push_back({interval.begin, set});
+      bounds_.push_back({interval.end, set});
     }
-    pieces.push_back({begin, interval.end});
   }
-  return pieces;
-}
+
+  static std::uint64_t Mixed(std::uint64_t number) {
+    number = (number ^ (number >> 30)) * 0xBF58476D1CE4E5B9U;
+    number = (number ^ (number >> 27)) * 0x94D049BB133111EBU;
+    return number ^ (number >> 31);
+  }
+
+  void Turn(std::uint32_t set) {
+    const std::uint64_t number = 2 * std::uint64_t{set} + 1;
+    signature_.first ^= Mixed(number * 0x9E3779B97F4A7C15U);
+    signature_.second ^= Mixed(~number * 0xD1B54A32D192ED03U);
+    if (open_.erase(set) == 0) open_.insert(set);
+  }
+
+  void Sweep() {
+    for (std::size_t next = 0; next < bounds_.size();) {
+      const std::uint64_t at = bounds_[next].at;
+      for (; next < bounds_.size() && bounds_[next].at == at; ++next) Turn(bounds_[next].set);
+      if (!open_.empty()) pieces_[PieceNow()].Add({at, bounds_[next].at});
+    }
+  }
+
+  std::uint32_t PieceNow() {
+    const auto [found, isNew] = numbers_.try_emplace(signature_, static_cast<std::uint32_t>(pieces_.size()));
+    if (isNew) {
+      pieces_.emplace_back();
+      for (const std::uint32_t set : open_) piecesOf_[set].push_back(found->second);
+    }
+    return found->second;
+  }
+
+  std::vector<Bound> bounds_;
+  std::set<std::uint32_t> open_;  // the sets that the sweep is in
+  Signature signature_;
+  std::map<Signature, std::uint32_t> numbers_;  // of pieces
+  std::vector<ByteSet> pieces_;
+  std::vector<std::vector<std::uint32_t>> piecesOf_;
+};
 
 class Question {
  public:
@@ -76,15 +107,11 @@ class Question {
   QuestionAnswer Answer() {
     ByteSet bytes;
     for (const QuestionStart& start : starts_) bytes.Add(start.bytes);
-    const auto effects = area_.Touching(bytes);
-    const auto pieces = CutIntoPieces(area_, effects, starts_, bytes);
+    sets_ = area_.SetsWith(bytes);
+    const Partition partition(area_, sets_, starts_, bytes);
+    const auto pieces = partition.Pieces();
     for (std::size_t first = 0; first < pieces.size(); first += kMostPieces) {
-      const auto part = std::span(pieces).subspan(first, std::min(kMostPieces, pieces.size() - first));
-      if (part.size() == pieces.size()) {
-        Search(effects, part);
-      } else {
-        Search(area_.Touching(ByteSet({part.front().begin, part.back().end})), part);
-      }
+      Search(partition, static_cast<std::uint32_t>(first));
     }
     QuestionAnswer answer;
     for (auto& [effect, found] : effects_) answer.effects.push_back({effect, std::move(found)});
@@ -93,19 +120,25 @@ class Question {
   }
 
  private:
+  // An effect, with those of the pieces that are searched for at a time.
+  struct PiecesOfEffect {
+    std::uint32_t effect;
+    Pieces pieces;
+  };
+
   bool IsWanted(const AreaEffect& effect) const { return effect.IsUse() == (direction_ == Direction::Forward); }
 
-  // `pieces` are those of the effects.
-  std::vector<Touch> TouchesOf(std::span<const std::uint32_t> effects, std::span<const Pieces> pieces) const {
+  // Ascending.
+  std::vector<Touch> TouchesOf(std::span<const PiecesOfEffect> effects) const {
     std::vector<Touch> touches;
-    for (std::size_t at = 0; at < effects.size(); ++at) {
-      const AreaEffect& effect = area_.Effects()[effects[at]];
+    for (const auto& [index, pieces] : effects) {
+      const AreaEffect& effect = area_.Effects()[index];
       const bool kills = effect.Kills();
       const bool isWanted = IsWanted(effect);
-      if (pieces[at] == 0 || (!kills && !isWanted)) continue;
+      if (!kills && !isWanted) continue;
       if (touches.empty() || touches.back().point != effect.point) touches.push_back({.point = effect.point});
-      if (isWanted) touches.back().wanted |= pieces[at];
-      if (kills) touches.back().stopped |= pieces[at];
+      if (isWanted) touches.back().wanted |= pieces;
+      if (kills) touches.back().stopped |= pieces;
     }
     return watched_.empty() ? touches : WithWatched(touches);
   }
@@ -125,15 +158,39 @@ class Question {
     return merged;
   }
 
-  void Search(std::span<const std::uint32_t> effects, std::span<const ByteInterval> part) {
-    const PieceTable table(part);
-    std::vector<Pieces> pieces;
-    pieces.reserve(effects.size());
-    for (const std::uint32_t index : effects) pieces.push_back(table.Of(area_.Effects()[index].bytes));
-    const auto touches = TouchesOf(effects, pieces);
+  // The 64 pieces from the first one on, as bits.
+  static Pieces BitsOf(std::span<const std::uint32_t> pieces, std::uint32_t first) {
+    Pieces bits = 0;
+    for (auto at = std::ranges::lower_bound(pieces, first); at != pieces.end() && *at < first + kMostPieces; ++at) {
+      bits |= Pieces{1} << (*at - first);
+    }
+    return bits;
+  }
+
+  // Ascending by effect, and so by point.
+  std::vector<PiecesOfEffect> EffectsOn(const Partition& partition, std::uint32_t first) const {
+    std::vector<PiecesOfEffect> effects;
+    for (std::size_t at = 0; at < sets_.size(); ++at) {
+      const Pieces bits = BitsOf(partition.PiecesOf(at), first);
+      if (bits == 0) continue;
+      for (const std::uint32_t effect : area_.EffectsOn(sets_[at])) effects.push_back({effect, bits});
+    }
+    std::ranges::sort(effects, {}, &PiecesOfEffect::effect);
+    return effects;
+  }
+
+  static void Add(std::span<const ByteSet> pieces, Pieces found, ByteSet& bytes) {
+    for (; found != 0; found &= found - 1) bytes.Add(pieces[static_cast<std::size_t>(std::countr_zero(found))]);
+  }
+
+  void Search(const Partition& partition, std::uint32_t first) {
+    const auto pieces = partition.Pieces().subspan(first);
+    const auto effects = EffectsOn(partition, first);
+    const auto touches = TouchesOf(effects);
     ChainSearch search(bodies_, direction_, touches);
-    for (const QuestionStart& start : starts_) {
-      if (const Pieces asked = table.Of(start.bytes); asked != 0) search.Start(start.point, asked);
+    for (std::size_t start = 0; start < starts_.size(); ++start) {
+      const Pieces asked = BitsOf(partition.PiecesOf(sets_.size() + start), first);
+      if (asked != 0) search.Start(starts_[start].point, asked);
     }
     search.Run();
     // Effects, watched points and touches are all in the order of the points.
@@ -142,15 +199,14 @@ class Question {
       while (touch < touches.size() && touches[touch].point < point) ++touch;
       return touch < touches.size() && touches[touch].point == point ? search.FoundAt(touch) : Pieces{0};
     };
-    for (std::size_t at = 0; at < effects.size(); ++at) {
-      const AreaEffect& effect = area_.Effects()[effects[at]];
-      if (!IsWanted(effect)) continue;
-      const Pieces found = foundAt(effect.point) & pieces[at];
-      if (found != 0) table.AddTo(effects_[effects[at]], found);
+    for (const auto& [index, own] : effects) {
+      if (!IsWanted(area_.Effects()[index])) continue;
+      const Pieces found = foundAt(area_.Effects()[index].point) & own;
+      if (found != 0) Add(pieces, found, effects_[index]);
     }
     touch = 0;
     for (std::uint32_t index = 0; index < watched_.size(); ++index) {
-      if (const Pieces found = foundAt(watched_[index]); found != 0) table.AddTo(seen_[index], found);
+      if (const Pieces found = foundAt(watched_[index]); found != 0) Add(pieces, found, seen_[index]);
     }
   }
 
@@ -159,6 +215,7 @@ class Question {
   Direction direction_;
   std::span<const QuestionStart> starts_;
   std::span<const PointId> watched_;
+  std::vector<std::uint32_t> sets_;  // that have some of the bytes
   std::map<std::uint32_t, ByteSet> effects_;
   std::map<std::uint32_t, ByteSet> seen_;
 };

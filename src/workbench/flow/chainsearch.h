@@ -10,15 +10,15 @@
 
 // Where bytes of storage come from or go to, over the ranges of one program, with returns matched to their calls.
 //
-// The bytes of a question are cut where an effect on them begins or ends, and each piece is one bit; the pieces do not
-// depend on each other. A search carries bits from a point backward (or forward) until each is stopped everywhere. It
-// goes through a range in one of two ways:
+// The bytes of a question are parted into pieces, none of which an effect cuts, and each piece is one bit; the pieces
+// do not depend on each other. A search carries bits from a point backward (or forward) until each is stopped
+// everywhere. It goes through a range in one of two ways:
 //
 //   outward   the point that it started at runs in this range or in one that it performs. At the range's entry (exit)
 //             it goes on before (behind) every call of the range.
 //   inward    it came in by a call that returns before (after) the point, so at the other end it goes on at the calls
 //             that it came in by, and nowhere else. It is enough to know which bits get through the range, since the
-//             way through a range is the same whoever calls it.
+//             way through a range is the same whoever calls it: these bits are its summary.
 //
 // Only points with an effect on the bytes, and calls of ranges that have one or perform one that has, are looked at;
 // whatever is between them costs a step for each block, and a call of any other range costs nothing.

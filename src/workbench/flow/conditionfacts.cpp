@@ -1,6 +1,7 @@
 #include "workbench/flow/conditionfacts.h"
 
 #include <algorithm>
+#include <map>
 #include <optional>
 #include <span>
 #include <unordered_set>
@@ -13,6 +14,7 @@ namespace qmrules::workbench::flow {
 namespace {
 
 constexpr std::uint32_t kNowhere = RangeBody::kNoPlace;
+constexpr std::size_t kMostLookedAt = 1'000'000;
 
 // A direct test that no other path can have: useless where ways meet.
 bool IsOfOneWay(const ConditionFact& fact) {
@@ -61,7 +63,7 @@ class ConditionFacts::Walk {
       cursor.joint = true;
       const Point& point = PointAt(cursor);
       if (point.kind == PointKind::Holds) {
-        return Outermost(facts_.FactOf(cursor.range, cursor.place, cursor.begin), cursor.within);
+        return FactAt(cursor);
       }
       if (point.kind == PointKind::Call) GoInto(point, cursor.within);
     }
@@ -89,6 +91,13 @@ class ConditionFacts::Walk {
   static ConditionFact Outermost(ConditionFact fact, NodeId within) {
     if (within != 0) fact.within = within;
     return fact;
+  }
+
+  ConditionFact FactAt(const Cursor& cursor) const {
+    ConditionFact fact = facts_.FactOf(cursor.range, cursor.place, cursor.begin);
+    const Sureness sureness = facts_.sure_[facts_.bodies_.Of(cursor.range).points[cursor.place]];
+    fact.sure = sureness == Sureness::All || (sureness == Sureness::Direct && cursor.within == 0);
+    return Outermost(fact, cursor.within);
   }
 
   void AddJoint(const Cursor& cursor) {
@@ -138,18 +147,48 @@ void ConditionFacts::AddAt(RangeId range, std::uint32_t place, std::vector<Condi
   while (const auto fact = walk.Next()) facts.push_back(*fact);
 }
 
-// Tests of a condition that has one only, in a single range that cannot be performed while it is being performed.
+// Of a condition that is tested at one point only, which these ranges have in common. In a single range that cannot be
+// performed while it is being performed, nothing tests it again. Of several, none of which performs another, nothing
+// that such a range performs tests it again; another one of them can, after it has returned.
+Sureness ConditionFacts::SurenessIn(std::span<const RangeId> ranges) {
+  const auto isRecursive = [this](RangeId range) { return order_.IsRecursive(range); };
+  if (ranges.empty() || std::ranges::any_of(ranges, isRecursive)) return Sureness::None;
+  if (ranges.size() == 1) return Sureness::All;
+  const auto performs = [&](RangeId range) { return PerformsAnyOf(ranges, range); };
+  return std::ranges::any_of(ranges, performs) ? Sureness::None : Sureness::Direct;
+}
+
+// At any depth. Taken to be so where it would be too long a search.
+bool ConditionFacts::PerformsAnyOf(std::span<const RangeId> ranges, RangeId range) {
+  std::vector<RangeId> open{range};
+  std::unordered_set<RangeId> seen;
+  while (!open.empty()) {
+    const RangeBody& body = bodies_.Of(open.back());
+    open.pop_back();
+    lookedAt_ += 1 + body.calls.size();
+    if (lookedAt_ > kMostLookedAt) return true;
+    for (const std::uint32_t call : body.calls) {
+      const RangeId called = bodies_.Flow().Points()[body.points[call]].range;
+      if (std::ranges::binary_search(ranges, called)) return true;
+      if (seen.insert(called).second) open.push_back(called);
+    }
+  }
+  return false;
+}
+
 void ConditionFacts::FindSureTests() {
   const auto points = bodies_.Flow().Points();
-  sure_.assign(points.size(), 0);
+  sure_.assign(points.size(), Sureness::None);
+  std::map<std::vector<RangeId>, Sureness> known;
   for (PointId point = 0; point < points.size(); ++point) {
     if (points[point].kind != PointKind::Condition) continue;
     const auto ranges = bodies_.RangesWith(point);
-    if (ranges.size() != 1 || order_.IsRecursive(ranges.front())) continue;
     const auto ofNode = bodies_.Flow().PointsOf(points[point].node);
     const auto isTest = [points](PointId other) { return points[other].kind == PointKind::Condition; };
     if (std::ranges::count_if(ofNode, isTest) > 1) continue;
-    for (const PointId other : ofNode) sure_[other] = 1;
+    const auto [found, isNew] = known.try_emplace({ranges.begin(), ranges.end()}, Sureness::None);
+    if (isNew) found->second = SurenessIn(ranges);
+    for (const PointId other : ofNode) sure_[other] = found->second;
   }
 }
 
@@ -220,8 +259,7 @@ ConditionFact ConditionFacts::FactOf(RangeId range, std::uint32_t place, std::ui
           .within = 0,
           .home = range,
           .sense = at.sense,
-          .ended = IsEndOfLoop(range, place, seenFrom),
-          .sure = sure_[point] != 0};
+          .ended = IsEndOfLoop(range, place, seenFrom)};
 }
 
 bool ConditionFacts::IsEndOfLoop(RangeId range, std::uint32_t place, std::uint32_t seenFrom) const {

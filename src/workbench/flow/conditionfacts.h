@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -30,6 +32,13 @@ struct ConditionFact {
   bool ended = false;  // as in ControllingCondition
   bool sure = false;   // there is no other test of it behind this one, unless it is `within` and `home` itself is
                        // performed again without having returned
+};
+
+// Which facts of a test are sure.
+enum class Sureness : std::uint8_t {
+  None,
+  Direct,  // those of a test that stands on the way itself
+  All,
 };
 
 // The same for facts that say the same.
@@ -65,6 +74,8 @@ class ConditionFacts {
   enum class Found : std::uint8_t { Nothing, Something, NotYetKnown };
 
   void FindSureTests();
+  Sureness SurenessIn(std::span<const RangeId> ranges);
+  bool PerformsAnyOf(std::span<const RangeId> ranges, RangeId range);
   void PrepareGroup(std::size_t group);
   bool Prepare(RangeId range);
   bool Bears(RangeId range, const Point& point) const;
@@ -78,7 +89,8 @@ class ConditionFacts {
   const CallOrder& order_;
   std::vector<Prepared> prepared_;                 // by range
   std::vector<std::vector<std::uint32_t>> loops_;  // by range and place: the same for places that reach each other
-  std::vector<std::uint8_t> sure_;                 // by point, of Holds points
+  std::vector<Sureness> sure_;                     // by point, of Holds points
+  std::size_t lookedAt_ = 0;                       // Calls, in the search for sure tests
   std::vector<std::uint32_t> walkedWith_;          // by range: the last walk that went through it
   std::uint32_t walks_ = 0;
 };

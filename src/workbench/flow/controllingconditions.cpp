@@ -15,7 +15,7 @@
 namespace qmrules::workbench::flow {
 namespace {
 
-constexpr std::size_t kMostOutcomeBytes = 16U << 20U;
+constexpr std::size_t kMostOutcomeBytes = 64U << 20U;
 constexpr std::size_t kMostWays = 10'000;
 
 // One way to the statement: the range it runs in then, and the Call that led into the range (none for the program).
@@ -66,11 +66,15 @@ struct ConditionFinder::Found {
   bool Holds(const ConditionFact& fact, const WayTo& way) {
     if (fact.sure) return true;
     LastOutcomes& last = OutcomesOf(fact.condition);
+    const std::size_t before = last.Bytes();
     const LastOutcomes::Set set = way.by ? last.At(way.range, way.place, *way.by) : last.At(way.range, way.place);
+    outcomeBytes += last.Bytes() - before;
+    isCut = isCut || !last.IsComplete();
     return set == (fact.sense ? LastOutcomes::kTrue : LastOutcomes::kFalse);
   }
 
   std::vector<ControllingCondition> ConditionsOn(const WayTo& way, NodeId without);
+  std::vector<ControllingCondition> ConditionsOnAll(PointId point);
   std::map<NodeId, std::vector<ControllingCondition>> ConditionsByWay(PointId point);
 
   const RangeBodies& bodies;
@@ -79,19 +83,36 @@ struct ConditionFinder::Found {
   EntryFacts entries;
   std::unordered_map<NodeId, std::unique_ptr<LastOutcomes>> outcomes;
   std::size_t outcomeBytes = 0;
+  bool isCut = false;  // the answer that is being found
 };
 
 // Outermost first.
 std::vector<ControllingCondition> ConditionFinder::Found::ConditionsOn(const WayTo& way, NodeId without) {
-  std::vector<ConditionFact> all = entries.At(way.range, way.place, way.by);
+  const EntryFacts::Found all = entries.At(way.range, way.place, way.by);
+  isCut = isCut || all.isCut;
   std::vector<ControllingCondition> conditions;
-  for (const ConditionFact& fact : all) {
+  for (const ConditionFact& fact : all.facts) {
     if (fact.condition == without || !Holds(fact, way)) continue;
     conditions.push_back(
         {.condition = fact.condition, .sense = fact.sense, .within = fact.within, .ended = fact.ended});
   }
   std::ranges::reverse(conditions);
   return conditions;
+}
+
+// Those that all ways in have in common.
+std::vector<ControllingCondition> ConditionFinder::Found::ConditionsOnAll(PointId point) {
+  std::optional<std::vector<ControllingCondition>> common;
+  for (const RangeId range : bodies.RangesWith(point)) {
+    auto conditions = ConditionsOn({.range = range, .place = bodies.Of(range).PlaceOf(point), .by = std::nullopt},
+                                   bodies.Flow().Points()[point].node);
+    if (common) {
+      KeepCommon(*common, conditions);
+    } else {
+      common = std::move(conditions);
+    }
+  }
+  return std::move(common).value_or(std::vector<ControllingCondition>());
 }
 
 // By the statement that performs, 0 for the program; those of all ways in by the same statement.
@@ -104,7 +125,10 @@ std::map<NodeId, std::vector<ControllingCondition>> ConditionFinder::Found::Cond
   };
   std::size_t ways = 0;
   for (const RangeId range : bodies.RangesWith(point)) ways += bodies.CallsOf(range).size();
-  if (ways > kMostWays) return {{0, {}}};
+  if (ways > kMostWays) {
+    isCut = true;
+    return {{0, ConditionsOnAll(point)}};
+  }
   for (const RangeId range : bodies.RangesWith(point)) {
     const std::uint32_t place = bodies.Of(range).PlaceOf(point);
     if (range == kProgramRange) take(0, {.range = range, .place = place, .by = std::nullopt});
@@ -125,7 +149,9 @@ StatementConditions ConditionFinder::ConditionsOf(NodeId statement) {
   result.runs = point != kNoPoint && !bodies_.RangesWith(point).empty();
   if (!result.runs) return result;
   if (!found_) found_ = std::make_unique<Found>(bodies_);
+  found_->isCut = !bodies_.AreReturnsMatched();
   auto byPerform = found_->ConditionsByWay(point);
+  result.areCut = found_->isCut;
   result.always = byPerform.begin()->second;
   for (const auto& [perform, conditions] : byPerform) KeepCommon(result.always, conditions);
   bool differ = false;

@@ -6,6 +6,25 @@
 #include "workbench/flow/rangebodies.h"
 
 // Under which conditions a statement runs.
+//
+//    1  MAIN-PART.
+//    2      IF A = 0
+//    3          GO TO DONE.
+//    4      IF B = 1
+//    5          PERFORM SHOW
+//    6          PERFORM NOTE.
+//    7      IF C = 1
+//    8          PERFORM SHOW.
+//    9  DONE.
+//   10      GOBACK.
+//   11  SHOW.
+//   12      DISPLAY A.
+//   13  NOTE.
+//   14      DISPLAY B.
+//
+// Row 14 runs when A = 0 does not hold, which row 3 sees to, and B = 1 does. So does row 12 when it is performed at row
+// 5; when it is performed at row 8, C = 1 holds, and of B = 1 nothing is known. Whichever way it is performed, A = 0
+// does not hold. Row 10 runs under no condition.
 namespace qmrules::workbench::flow {
 
 struct ControllingCondition {
@@ -30,6 +49,9 @@ struct StatementConditions {
   bool runs = true;                          // false when no path leads to the statement
   std::vector<ControllingCondition> always;  // whichever way was taken, outermost (first tested) first
   std::vector<WayIn> waysIn;                 // when there are several and they differ; in the order of the program
+  // Too much of the program runs through itself here, by PERFORM and GO TO, to be followed whole: what is told holds,
+  // but conditions and ways in can be missing.
+  bool areCut = false;
 };
 
 // Answers for one graph, whose bodies have to outlive it. What it finds out it keeps. Not for two threads at a time.
@@ -39,8 +61,7 @@ class ConditionFinder {
   ~ConditionFinder();
   // Of a statement or a condition itself (then without it). Exact with regard to the graph: a condition is among
   // `always` when every path from the beginning of the program passes it with this sense, and none tests it again
-  // afterwards with the other one. In a program most of whose ranges perform each other, by GO TO out of them, some
-  // that are can be missing.
+  // afterwards with the other one; except where the answer says that it is cut.
   StatementConditions ConditionsOf(NodeId statement);
 
  private:

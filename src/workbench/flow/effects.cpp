@@ -11,9 +11,9 @@ std::string_view NameOf(DefinitionKind kind) {
 }
 
 std::string_view NameOf(EffectGapKind kind) {
-  static constexpr std::array<std::string_view, kEffectGapKinds> kNames = {"unknown statement",  "unresolved name",
-                                                                           "variable subscript", "variable reference",
-                                                                           "address taken",      "shared storage"};
+  static constexpr std::array<std::string_view, kEffectGapKinds> kNames = {
+      "unknown statement", "unresolved name", "variable subscript", "variable reference",
+      "address taken",     "shared storage",  "moving item"};
   return kNames[static_cast<std::size_t>(kind)];
 }
 

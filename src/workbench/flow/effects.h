@@ -54,8 +54,9 @@ enum class EffectGapKind : std::uint8_t {
   VariableReference,  // reference modification taken for the whole item
   AddressTaken,       // SET ADDRESS OF, pointers: the item's storage may be another's
   SharedStorage,      // EXTERNAL or GLOBAL: others may write it
+  MovingItem,         // behind a table of variable size: taken for all places where it can lie
 };
-inline constexpr std::size_t kEffectGapKinds = static_cast<std::size_t>(EffectGapKind::SharedStorage) + 1;
+inline constexpr std::size_t kEffectGapKinds = static_cast<std::size_t>(EffectGapKind::MovingItem) + 1;
 std::string_view NameOf(EffectGapKind kind);
 struct EffectGap {
   EffectGapKind kind;

@@ -15,18 +15,17 @@ constexpr std::size_t kMostCallsOfGroup = 20'000;
 class EntryFacts::Gathering {
  public:
   // Adds facts that were found above all ranges that were entered so far.
-  void Add(std::vector<ConditionFact>& facts) {
-    for (ConditionFact& fact : facts) {
+  void Add(const std::vector<ConditionFact>& facts) {
+    for (const ConditionFact& fact : facts) {
       if (!met_.insert(KeyOf(fact)).second) continue;
+      all.facts.push_back(fact);
       // What has returned with this outcome is performed again, and not at its end yet.
-      if (fact.within != 0 && entered_.contains(fact.home)) fact.sure = false;
-      all.push_back(fact);
+      if (fact.within != 0 && entered_.contains(fact.home)) all.facts.back().sure = false;
     }
-    facts.clear();
   }
   void Enter(RangeId range) { entered_.insert(range); }
 
-  std::vector<ConditionFact> all;
+  Found all;
 
  private:
   std::unordered_set<std::uint64_t> met_;
@@ -36,26 +35,26 @@ class EntryFacts::Gathering {
 EntryFacts::EntryFacts(const RangeBodies& bodies, const CallOrder& order, ConditionFacts& facts)
     : bodies_(bodies), order_(order), facts_(facts) {}
 
-std::vector<ConditionFact> EntryFacts::At(RangeId range, std::uint32_t place, std::optional<CallSite> by) {
+EntryFacts::Found EntryFacts::At(RangeId range, std::uint32_t place, std::optional<CallSite> by) {
   Know(by ? by->caller : range);
   return *GatherUp(range, place, by);
 }
 
 // Nothing when a meeting on the way up is not known yet.
-std::optional<std::vector<ConditionFact>> EntryFacts::GatherUp(RangeId range, std::uint32_t place,
-                                                               std::optional<CallSite> by) {
+std::optional<EntryFacts::Found> EntryFacts::GatherUp(RangeId range, std::uint32_t place, std::optional<CallSite> by) {
   Gathering gathering;
   std::vector<ConditionFact> facts;
   while (true) {
     gathering.Enter(range);
+    facts.clear();
     facts_.AddAt(range, place, facts);
     gathering.Add(facts);
     if (range == kProgramRange) break;
     if (!by && Meets(range)) {
       const Meeting& meeting = meetings_[range];
       if (!meeting.known) return std::nullopt;
-      facts = meeting.facts;
-      gathering.Add(facts);
+      gathering.Add(meeting.found.facts);
+      gathering.all.isCut = meeting.found.isCut;
       break;
     }
     const CallSite site = by ? *by : bodies_.CallsOf(range).front();
@@ -104,7 +103,7 @@ void EntryFacts::MeetGroup(const std::vector<RangeId>& ranges) {
     std::size_t calls = 0;
     for (const RangeId range : ranges) calls += bodies_.CallsOf(range).size();
     if (calls > kMostCallsOfGroup) {
-      for (const RangeId range : ranges) meetings_[range] = {.known = true, .facts = {}};
+      for (const RangeId range : ranges) meetings_[range] = {.known = true, .found = {.facts = {}, .isCut = true}};
       return;
     }
   }
@@ -118,24 +117,25 @@ void EntryFacts::MeetGroup(const std::vector<RangeId>& ranges) {
 }
 
 bool EntryFacts::Meet(RangeId range) {
-  std::optional<std::vector<ConditionFact>> common;
+  std::optional<Found> common;
   for (const CallSite& call : bodies_.CallsOf(range)) {
-    const auto facts = GatherUp(call.caller, call.place, std::nullopt);
-    if (!facts) continue;
+    auto found = GatherUp(call.caller, call.place, std::nullopt);
+    if (!found) continue;
     if (!common) {
-      common = *facts;
+      common = std::move(found);
       continue;
     }
     std::unordered_map<std::uint64_t, bool> sure;
-    for (const ConditionFact& fact : *facts) sure.emplace(KeyOf(fact), fact.sure);
-    std::erase_if(*common, [&sure](const ConditionFact& fact) { return !sure.contains(KeyOf(fact)); });
-    for (ConditionFact& fact : *common) fact.sure = fact.sure && sure.at(KeyOf(fact));
+    for (const ConditionFact& fact : found->facts) sure.emplace(KeyOf(fact), fact.sure);
+    std::erase_if(common->facts, [&sure](const ConditionFact& fact) { return !sure.contains(KeyOf(fact)); });
+    for (ConditionFact& fact : common->facts) fact.sure = fact.sure && sure.at(KeyOf(fact));
+    common->isCut = common->isCut || found->isCut;
   }
   if (!common) return false;
   if (order_.IsRecursive(range)) {
-    for (ConditionFact& fact : *common) fact.sure = false;
+    for (ConditionFact& fact : common->facts) fact.sure = false;
   }
-  meetings_[range] = {.known = true, .facts = std::move(*common)};
+  meetings_[range] = {.known = true, .found = std::move(*common)};
   return true;
 }
 

@@ -15,20 +15,25 @@ namespace qmrules::workbench::flow {
 // worked out for the ranges above the one asked about only, and kept where several Calls meet.
 class EntryFacts {
  public:
+  struct Found {
+    std::vector<ConditionFact> facts;  // the last tested first, each once
+    bool isCut = false;                // ranges that perform each other were too many to be followed
+  };
+
   EntryFacts(const RangeBodies& bodies, const CallOrder& order, ConditionFacts& facts);
 
-  // At a place of a range, on all paths that come in by this Call: by any one when there is none. The last tested
-  // first, each once. A fact that is sure holds; for the others it is a guess that leaves none out.
-  std::vector<ConditionFact> At(RangeId range, std::uint32_t place, std::optional<CallSite> by);
+  // At a place of a range, on all paths that come in by this Call: by any one when there is none. A fact that is sure
+  // holds; for the others it is a guess that leaves none out.
+  Found At(RangeId range, std::uint32_t place, std::optional<CallSite> by);
 
  private:
   struct Meeting {
     bool known = false;
-    std::vector<ConditionFact> facts;
+    Found found;
   };
   class Gathering;
 
-  std::optional<std::vector<ConditionFact>> GatherUp(RangeId range, std::uint32_t place, std::optional<CallSite> by);
+  std::optional<Found> GatherUp(RangeId range, std::uint32_t place, std::optional<CallSite> by);
   void Know(RangeId range);
   bool Meets(RangeId range) const;
   void MeetGroup(const std::vector<RangeId>& ranges);

@@ -22,8 +22,9 @@ std::string_view NameOf(WayKind kind) {
 }
 
 std::string_view NameOf(FlowGapKind kind) {
-  static constexpr std::array<std::string_view, kFlowGapKinds> kNames = {"unknown statement", "unknown label",
-                                                                         "no alter", "handled elsewhere"};
+  static constexpr std::array<std::string_view, kFlowGapKinds> kNames = {
+      "unknown statement", "unknown label", "no alter",   "handled elsewhere",
+      "any statement",     "debugging",     "open return"};
   return kNames[static_cast<std::size_t>(kind)];
 }
 

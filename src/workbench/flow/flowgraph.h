@@ -4,17 +4,18 @@
 #include <cstdint>
 #include <span>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "workbench/codemodel/records.h"
 
 // Which way a program can go, statement by statement.
 //
-// A program unit becomes a graph of points. PERFORM does not copy what it performs: a Call point names a range, from
-// the start of one label to the end of the same or another one, and goes on at its only way out once the range returns.
-// Control that comes to the end of a label returns when the innermost range that is being performed ends there, and
-// falls through to the next label otherwise. So what a point can come from depends on the range it runs in: RangeBodies
-// follows that, and no path enters by one PERFORM and leaves to another.
+// A program unit becomes a control flow graph, whose nodes are called points. PERFORM does not copy what it performs: a
+// Call point names a range, from the start of one label to the end of the same or another one, and goes on at its only
+// way out once the range returns. Control that comes to the end of a label returns when the innermost range that is
+// being performed ends there, and falls through to the next label otherwise. So what a point can come from depends on
+// the range it runs in: RangeBodies follows that, and no path enters by one PERFORM and leaves to another.
 //
 //   MAIN.                     Entry, Start MAIN
 //       PERFORM A THRU B      Statement, Call (range A..B)
@@ -73,7 +74,9 @@ struct Point {
   NodeId node = 0;
   RangeId range = kNoRange;  // Call: what it performs
   PointKind kind = PointKind::Statement;
-  bool sense = false;  // Holds
+  bool sense = false;      // Holds
+  std::uint16_t part = 0;  // Statement, Completed: of several in a row, which the statement has when an operand reads
+                           // what another one has just got: MOVE 3 TO I T (I)
 };
 
 // What a PERFORM goes through, or the procedures of a SORT, or a USE procedure. Each pair of labels once.
@@ -88,13 +91,17 @@ enum class FlowGapKind : std::uint8_t {
   UnknownLabel,      // a procedure name that is not declared; the way is missing
   NoAlter,           // GO TO without a name that no ALTER sets
   HandledElsewhere,  // an exception that something outside the program may take
+  AnyStatement,      // an abend of any statement can lead there; only those of the monitor's commands do in the graph
+  Debugging,         // a procedure that runs when the program is made for it: USE FOR DEBUGGING
+  OpenReturn,  // the end of a PERFORM that another one, within it, comes by: compilers differ in whether it returns
 };
-inline constexpr std::size_t kFlowGapKinds = static_cast<std::size_t>(FlowGapKind::HandledElsewhere) + 1;
+inline constexpr std::size_t kFlowGapKinds = static_cast<std::size_t>(FlowGapKind::OpenReturn) + 1;
 std::string_view NameOf(FlowGapKind kind);  // "unknown statement"
 
 struct FlowGap {
   FlowGapKind kind;
   NodeId node = 0;
+  std::vector<PointId> points = {};  // what passes these is not known for sure; empty for those of the node
 };
 
 // Filled by a language's builder; nothing changes it afterwards.
@@ -110,7 +117,7 @@ class FlowGraph {
     ranges_.push_back(range);
     return static_cast<RangeId>(ranges_.size() - 1);
   }
-  void AddGap(FlowGap gap) { gaps_.push_back(gap); }
+  void AddGap(FlowGap gap) { gaps_.push_back(std::move(gap)); }
   PerformRange& Range(RangeId range) { return ranges_[range]; }
   Point& At(PointId point) { return points_[point]; }
   // To be called once, after all points and ways are there. Keeps the order in which the ways of a point were added.
@@ -125,7 +132,8 @@ class FlowGraph {
   // The points of a node in the order of their numbers: of an IF its Statement, of a COND its Condition and Holds …
   // Empty for a node that is none of a point.
   std::span<const PointId> PointsOf(NodeId node) const;
-  // Where the data of a statement or condition is handled: its Statement or Condition point. kNoPoint when it has none.
+  // Where the data of a statement or condition is handled: its (first) Statement or Condition point. kNoPoint when it
+  // has none.
   PointId PointOf(NodeId node) const;
   std::size_t Bytes() const;  // that the graph holds in memory
 

@@ -19,10 +19,11 @@ struct Argument {
 
 // A statement that leads to another program.
 struct ProgramCall {
-  NodeId statement = 0;   // PORT
+  NodeId statement = 0;   // PORT, or a statement that leads out of the language: SQL CALL
   NodeId program = 0;     // CONST or VAR that names the program; 0 when the statement names none
   bool returns = true;    // false for XCTL
   bool commarea = false;  // the first argument is the communication area of a transaction monitor
+  bool mayFail = false;   // and the program that calls goes on although the other one has not run
   std::vector<Argument> arguments;
 };
 
@@ -44,6 +45,8 @@ class UnitEffects {
   virtual std::vector<ProgramCall> Calls() const = 0;
   // What the unit takes in, by position: its USING, or the communication area.
   virtual std::vector<Argument> Parameters() const = 0;
+  // The same where callers come in at another place: a PORT of the unit that is an entry.
+  virtual std::vector<Argument> ParametersAt(NodeId entry) const = 0;
 };
 
 // What the dataflow asks of a language, over its code models.

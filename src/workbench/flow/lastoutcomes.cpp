@@ -28,9 +28,16 @@ LastOutcomes::LastOutcomes(const RangeBodies& bodies, const CallOrder& order, No
     GoThroughRanges();
     EnterRanges();
   } else {
+    complete_ = false;
     std::ranges::fill(onEntry_, kAny);
     std::ranges::fill(touched_, std::uint8_t{0});
   }
+}
+
+std::size_t LastOutcomes::Bytes() const {
+  std::size_t bytes = sizeof(LastOutcomes) + touched_.size() + through_.size() + onEntry_.size();
+  for (const auto& [range, sets] : within_) bytes += sets.size();
+  return bytes;
 }
 
 LastOutcomes::Set LastOutcomes::At(RangeId range, std::uint32_t place) {

@@ -26,7 +26,9 @@ class LastOutcomes {
   Set At(RangeId range, std::uint32_t place);
   // The same of those paths that came into the range by this Call.
   Set At(RangeId range, std::uint32_t place, const CallSite& by);
-  std::size_t Bytes() const { return through_.size() + onEntry_.size(); }
+  // False where each outcome was taken for possible because too much of the program would have to be followed.
+  bool IsComplete() const { return complete_; }
+  std::size_t Bytes() const;  // that it holds in memory
 
  private:
   // False when they have too many places to be followed.
@@ -42,6 +44,7 @@ class LastOutcomes {
   const RangeBodies& bodies_;
   const CallOrder& order_;
   NodeId condition_;
+  bool complete_ = true;
   std::vector<std::uint8_t> touched_;           // by range: it or what it performs can test the condition
   std::vector<Set> through_;                    // by range: on its return, from its entry
   std::vector<Set> onEntry_;                    // by range: from the beginning of the program

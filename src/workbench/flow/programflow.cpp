@@ -18,18 +18,17 @@
 #include "workbench/flow/chainlinks.h"
 #include "workbench/flow/chainquestion.h"
 #include "workbench/flow/flowlanguage.h"
+#include "workbench/flow/openreturns.h"
 
 namespace qmrules::workbench::flow {
 
 namespace {
 
-ByteSet AllBytes() {
-  return ByteSet({0, ~std::uint64_t{0}});
-}
-
 // The other one of a pair of use and definition, as far as it has to do with these bytes of the first: byte by byte
-// where the definition copies. Nothing where the bytes come from no use, as blanks behind a short item.
+// where the definition copies. Nothing where the bytes are not the first's, or come from no use, as blanks behind a
+// short item.
 std::optional<Effect> Narrowed(const Effect& own, const Effect& other, const ByteSet& bytes) {
+  if (!bytes.Overlaps(own.place.Bytes())) return std::nullopt;
   const bool copies = own.kind == EffectKind::Use ? other.copies : own.copies;
   if (!copies || !own.place.IsExact() || !other.place.IsExact() || own.partial || other.partial) return other;
   const ByteSet asked = bytes.Within(ByteSet(own.place.first));
@@ -49,6 +48,7 @@ struct ProgramFlow::Parts {
   std::shared_ptr<const codemodel::ModelImage> model;
   std::uint32_t unit = 0;
   CallOutcomes outcomes;
+  std::size_t mostPoints = 0;
   const FlowLanguage* language = nullptr;
   std::unique_ptr<const FlowGraph> flow;
   std::unique_ptr<const UnitEffects> effects;
@@ -58,9 +58,11 @@ struct ProgramFlow::Parts {
   std::map<NodeId, ChainArea> areas;
   std::optional<std::vector<ProgramCall>> calls;
   std::optional<std::vector<Argument>> parameters;
-  std::vector<PointId> leaves;      // ascending
-  std::vector<PointId> gapPoints;   // ascending; each once
-  std::vector<FlowGap> gapOfPoint;  // beside them
+  std::map<NodeId, std::vector<Argument>> entries;  // their parameters
+  std::vector<PointId> leaves;                      // ascending
+  std::vector<PointId> gapPoints;                   // ascending; each once
+  std::vector<FlowGap> gapOfPoint;                  // beside them
+  std::vector<PointId> lost;                        // of these: where control can go on at a place that is not known
 
   const FlowGraph& Flow();
   BlockBodies& Blocks();
@@ -72,6 +74,10 @@ struct ProgramFlow::Parts {
   }
   std::set<NodeId> AreasOf(NodeId operand, bool uses);
   void FindWatchedPoints();
+  std::span<const PointId> PointsAround(NodeId node) const;
+  void WatchOpenReturns();
+  ChainGatherer Gatherer();
+  void AddLostWays(NodeId operand, ChainGatherer& gatherer);
   void AddGaps(std::span<const PointId> watched, const QuestionAnswer& answer, NodeId operand,
                ChainGatherer& gatherer) const;
   void FindDefinitions(const ChainArea& area, const AreaEffect& use, const ByteSet& bytes, ChainGatherer& gatherer);
@@ -91,8 +97,9 @@ const FlowGraph& ProgramFlow::Parts::Flow() {
 
 BlockBodies& ProgramFlow::Parts::Blocks() {
   if (!bodies) {
-    bodies = std::make_unique<const RangeBodies>(Flow());
+    bodies = std::make_unique<const RangeBodies>(Flow(), mostPoints);
     blocks = std::make_unique<BlockBodies>(*bodies);
+    WatchOpenReturns();
   }
   return *blocks;
 }
@@ -112,11 +119,52 @@ void ProgramFlow::Parts::FindWatchedPoints() {
   std::map<PointId, FlowGap> gaps;
   for (const FlowGap& gap : flow->Gaps()) {
     if (gap.kind == FlowGapKind::HandledElsewhere) continue;
-    for (const PointId point : flow->PointsOf(gap.node)) gaps.emplace(point, gap);
+    const std::span<const PointId> passed = gap.points.empty() ? PointsAround(gap.node) : std::span(gap.points);
+    for (const PointId point : passed) gaps.emplace(point, FlowGap{gap.kind, gap.node});
   }
   for (const auto& [point, gap] : gaps) {
     gapPoints.push_back(point);
     gapOfPoint.push_back(gap);
+    // Behind a PERFORM control goes on all the same, so that a question that the gap matters for comes by it.
+    const bool isWayMissing = gap.kind == FlowGapKind::UnknownLabel || gap.kind == FlowGapKind::NoAlter;
+    const bool performs = model->Nodes()[flow->Points()[point].node].entity == codemodel::Entity::Perform;
+    if (isWayMissing && !performs) lost.push_back(point);
+  }
+}
+
+// Those of the node, or of the nearest one around it that has points: of the statement that a procedure name stands in.
+std::span<const PointId> ProgramFlow::Parts::PointsAround(NodeId node) const {
+  while (node != 0 && flow->PointsOf(node).empty()) node = model->Nodes()[node].parent;
+  return node == 0 ? std::span<const PointId>() : flow->PointsOf(node);
+}
+
+void ProgramFlow::Parts::WatchOpenReturns() {
+  for (const FlowGap& gap : OpenReturns(*bodies)) {
+    const auto place = std::ranges::lower_bound(gapPoints, gap.points.front());
+    if (place != gapPoints.end() && *place == gap.points.front()) continue;
+    gapOfPoint.insert(gapOfPoint.begin() + (place - gapPoints.begin()), FlowGap{gap.kind, gap.node});
+    gapPoints.insert(place, gap.points.front());
+  }
+}
+
+// With the gap that every answer about the program has.
+ChainGatherer ProgramFlow::Parts::Gatherer() {
+  ChainGatherer gatherer(*model, Flow());
+  if (!Blocks().Bodies().AreReturnsMatched()) {
+    gatherer.AddGap(
+        flow->Ranges()[kProgramRange].first,
+        "Too many of its PERFORM ranges run through each other by GO TO: the end of a range is taken to lead "
+        "behind each PERFORM of it, so that some ways told here may not be.");
+  }
+  return gatherer;
+}
+
+// Wherever control goes on from there, it may bring a definition that was made before.
+void ProgramFlow::Parts::AddLostWays(NodeId operand, ChainGatherer& gatherer) {
+  for (const PointId point : lost) {
+    if (bodies->RangesWith(point).empty()) continue;
+    const auto gap = std::ranges::lower_bound(gapPoints, point) - gapPoints.begin();
+    gatherer.AddGap(gapOfPoint[static_cast<std::size_t>(gap)], operand);
   }
 }
 
@@ -148,7 +196,8 @@ void ProgramFlow::Parts::AddGaps(std::span<const PointId> watched, const Questio
   }
 }
 
-ProgramFlow::ProgramFlow(std::shared_ptr<const codemodel::ModelImage> model, std::uint32_t unit, CallOutcomes outcomes)
+ProgramFlow::ProgramFlow(std::shared_ptr<const codemodel::ModelImage> model, std::uint32_t unit, CallOutcomes outcomes,
+                         std::size_t mostPoints)
     : parts_(std::make_unique<Parts>()) {
   parts_->language = FlowLanguageOf(*model);
   if (parts_->language == nullptr) {
@@ -157,6 +206,7 @@ ProgramFlow::ProgramFlow(std::shared_ptr<const codemodel::ModelImage> model, std
   parts_->model = std::move(model);
   parts_->unit = unit;
   parts_->outcomes = std::move(outcomes);
+  parts_->mostPoints = mostPoints;
 }
 
 ProgramFlow::~ProgramFlow() = default;
@@ -188,6 +238,7 @@ void ProgramFlow::Parts::FindDefinitions(const ChainArea& area, const AreaEffect
   }
   gatherer.AddGapsOf(area, use);
   AddGaps(gapPoints, answer, use.effect.operand, gatherer);
+  AddLostWays(use.effect.operand, gatherer);
 }
 
 void ProgramFlow::Parts::FindUses(const ChainArea& area, const AreaEffect& definition, const ByteSet& bytes,
@@ -212,12 +263,8 @@ void ProgramFlow::Parts::FindUses(const ChainArea& area, const AreaEffect& defin
   }
 }
 
-Chain ProgramFlow::DefinitionsReaching(NodeId occurrence) {
-  return DefinitionsReaching(occurrence, AllBytes());
-}
-
 Chain ProgramFlow::DefinitionsReaching(NodeId occurrence, const ByteSet& bytes) {
-  ChainGatherer gatherer(*parts_->model, Flow());
+  ChainGatherer gatherer = parts_->Gatherer();
   for (const NodeId id : parts_->AreasOf(occurrence, true)) {
     const ChainArea& area = parts_->Area(id);
     for (const std::uint32_t index : area.OfOperand(occurrence)) {
@@ -233,27 +280,35 @@ Chain ProgramFlow::DefinitionsAtEnd(NodeId id, const ByteSet& bytes) {
   std::vector<QuestionStart> starts;
   for (const PointId point : parts_->leaves) starts.push_back({point, bytes});
   const auto answer = DefinitionsBefore(parts_->Blocks(), area, starts, parts_->gapPoints);
-  ChainGatherer gatherer(*parts_->model, Flow());
+  ChainGatherer gatherer = parts_->Gatherer();
   for (const ReachedEffect& reached : answer.effects) {
     gatherer.Add(area.Effects()[reached.effect], nullptr, reached.bytes);
     gatherer.AddGapsOf(area, area.Effects()[reached.effect]);
   }
   parts_->AddGaps(parts_->gapPoints, answer, id, gatherer);
+  parts_->AddLostWays(id, gatherer);
   return std::move(gatherer).ByDefinition();
 }
 
-Chain ProgramFlow::UsesReached(NodeId definition, ByteSet* atEnd) {
-  return UsesReached(definition, AllBytes(), atEnd);
-}
-
 Chain ProgramFlow::UsesReached(NodeId definition, const ByteSet& bytes, ByteSet* atEnd) {
-  ChainGatherer gatherer(*parts_->model, Flow());
+  ChainGatherer gatherer = parts_->Gatherer();
   for (const NodeId id : parts_->AreasOf(definition, false)) {
     const ChainArea& area = parts_->Area(id);
     for (const std::uint32_t index : area.OfOperand(definition)) {
       const AreaEffect& effect = area.Effects()[index];
       if (!effect.IsUse()) parts_->FindUses(area, effect, effect.bytes.Within(bytes), atEnd, gatherer);
     }
+  }
+  return std::move(gatherer).ByUse();
+}
+
+Chain ProgramFlow::UsesOfStart(NodeId id, const ByteSet& bytes, ByteSet* atEnd) {
+  ChainGatherer gatherer = parts_->Gatherer();
+  const ChainArea& area = parts_->Area(id);
+  for (const AreaEffect& effect : area.Effects()) {
+    if (Flow().Points()[effect.point].kind != PointKind::Entry) continue;
+    const ByteSet first = effect.bytes.Within(bytes);
+    if (!effect.IsUse() && !first.Empty()) parts_->FindUses(area, effect, first, atEnd, gatherer);
   }
   return std::move(gatherer).ByUse();
 }
@@ -277,24 +332,22 @@ std::vector<Effect> ProgramFlow::Parts::EffectsBeside(NodeId operand, bool isUse
     const Effects atPoint = effects->EffectsAt(point);
     for (const Effect& other : atPoint.all) {
       if ((other.kind == EffectKind::Use) == isUse) continue;
-      const auto own = std::ranges::find(owns, other.feed, &Effect::feed);
-      if (own == owns.end()) continue;
-      if (auto narrowed = Narrowed(*own, other, bytes)) beside.push_back(std::move(*narrowed));
+      // The operand can have several effects: on parts of its place, or one that is sure and one that is not.
+      for (const Effect& own : owns) {
+        if (own.feed != other.feed) continue;
+        auto narrowed = Narrowed(own, other, bytes);
+        if (!narrowed) continue;
+        const bool isWhole = narrowed->place.first == other.place.first;
+        beside.push_back(std::move(*narrowed));
+        if (isWhole) break;
+      }
     }
   }
   return beside;
 }
 
-std::vector<Effect> ProgramFlow::FeedsOf(NodeId definition) {
-  return parts_->EffectsBeside(definition, false, AllBytes());
-}
-
 std::vector<Effect> ProgramFlow::FeedsOf(NodeId definition, const ByteSet& bytes) {
   return parts_->EffectsBeside(definition, false, bytes);
-}
-
-std::vector<Effect> ProgramFlow::FedBy(NodeId use) {
-  return parts_->EffectsBeside(use, true, AllBytes());
 }
 
 std::vector<Effect> ProgramFlow::FedBy(NodeId use, const ByteSet& bytes) {
@@ -311,6 +364,14 @@ const std::vector<Argument>& ProgramFlow::Parameters() {
   parts_->Flow();
   if (!parts_->parameters) parts_->parameters = parts_->effects->Parameters();
   return *parts_->parameters;
+}
+
+const std::vector<Argument>& ProgramFlow::ParametersAt(NodeId entry) {
+  if (entry == 0) return Parameters();
+  parts_->Flow();
+  const auto [found, isNew] = parts_->entries.try_emplace(entry);
+  if (isNew) found->second = parts_->effects->ParametersAt(entry);
+  return found->second;
 }
 
 std::size_t ProgramFlow::Bytes() const {

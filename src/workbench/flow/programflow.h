@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -32,6 +33,9 @@
 //
 // Storage is as the program finds it at its first call; ProgramNetwork knows about more calls, and other programs.
 //
+// Where too much of the program runs through itself for returns to be matched to their calls (rangebodies.h), each
+// answer has a gap that says so.
+//
 // A question costs the part of the program that lies between: the flow graph of the unit is built at the first one,
 // and kept; nothing is ever solved for the whole program.
 namespace qmrules::workbench::flow {
@@ -41,7 +45,8 @@ enum class LinkReason : std::uint8_t {
   Overlap,  // other names for the same bytes: REDEFINES, RENAMES, records of one file
 };
 
-// A definition and a use of the same bytes, with a path between them on which none of `bytes` is overwritten for sure.
+// One element of a chain from uses to definitions, or the other way round: a definition and a use of the same bytes,
+// with a path between them on which none of `bytes` is overwritten for sure.
 struct ChainLink {
   NodeId definition = 0;  // VAR or DECL, or the statement: Effect::operand
   NodeId definedAt = 0;   // its statement; the DIVISION for what comes in when the program starts
@@ -63,7 +68,9 @@ struct AnswerGap {
 
 struct Chain {
   std::vector<ChainLink> links;  // by the place of the other end in the program; each pair and kind once
-  std::vector<AnswerGap> gaps;   // that lie on the ways followed
+  // That lie on the ways followed; of a question backward also the jumps to names that are not declared, wherever they
+  // stand.
+  std::vector<AnswerGap> gaps;
 };
 
 // What a call does to an argument that it can change, where the called program is known.
@@ -77,8 +84,10 @@ using CallOutcomes = std::function<std::optional<CallOutcome>(NodeId statement, 
 // The questions about one unit of a model. Not for two threads at a time.
 class ProgramFlow {
  public:
-  // Throws platform::Error when there is no dataflow for the language of the model.
-  ProgramFlow(std::shared_ptr<const codemodel::ModelImage> model, std::uint32_t unit, CallOutcomes outcomes = {});
+  // Throws platform::Error when there is no dataflow for the language of the model. Returns are matched to their calls
+  // as far as `mostPoints` allows (RangeBodies).
+  ProgramFlow(std::shared_ptr<const codemodel::ModelImage> model, std::uint32_t unit, CallOutcomes outcomes = {},
+              std::size_t mostPoints = RangeBodies::kMostPoints);
   ~ProgramFlow();
 
   const codemodel::ModelImage& Model() const;
@@ -87,27 +96,27 @@ class ProgramFlow {
   const FlowGraph& Flow();
   const RangeBodies& Bodies();
 
-  // The definitions that reach an occurrence (VAR) which is used there; of all its bytes, or of these ones. An
-  // occurrence that is not used, or never runs, has none.
-  Chain DefinitionsReaching(NodeId occurrence);
-  Chain DefinitionsReaching(NodeId occurrence, const ByteSet& bytes);
+  // The definitions that reach an occurrence (VAR) which is used there; of all its bytes, or of these ones of its area.
+  // An occurrence that is not used, or never runs, has none.
+  Chain DefinitionsReaching(NodeId occurrence, const ByteSet& bytes = ByteSet::All());
   // What an area holds when the unit comes to its end: at its GOBACKs and the like, and the end of its text.
   Chain DefinitionsAtEnd(NodeId area, const ByteSet& bytes);
   // The uses that a definition (VAR, or DECL for what the program starts with) reaches; `atEnd` tells those bytes that
   // still hold it where the unit ends.
-  Chain UsesReached(NodeId definition, ByteSet* atEnd = nullptr);
-  Chain UsesReached(NodeId definition, const ByteSet& bytes, ByteSet* atEnd = nullptr);
+  Chain UsesReached(NodeId definition, const ByteSet& bytes = ByteSet::All(), ByteSet* atEnd = nullptr);
+  // The uses of what an area holds when the unit starts.
+  Chain UsesOfStart(NodeId area, const ByteSet& bytes, ByteSet* atEnd = nullptr);
   // The uses that a definition of the statement with this operand takes its value from, and the other way round.
   // With bytes, of what goes into these (comes from these): a group that is moved as it is feeds byte by byte, and the
   // places are narrowed to the bytes concerned.
-  std::vector<Effect> FeedsOf(NodeId definition);
-  std::vector<Effect> FeedsOf(NodeId definition, const ByteSet& bytes);
-  std::vector<Effect> FedBy(NodeId use);
-  std::vector<Effect> FedBy(NodeId use, const ByteSet& bytes);
+  std::vector<Effect> FeedsOf(NodeId definition, const ByteSet& bytes = ByteSet::All());
+  std::vector<Effect> FedBy(NodeId use, const ByteSet& bytes = ByteSet::All());
   StatementConditions ConditionsOf(NodeId statement);
   // As UnitEffects tells them.
   const std::vector<ProgramCall>& Calls();
   const std::vector<Argument>& Parameters();
+  // With entry 0, those at the beginning.
+  const std::vector<Argument>& ParametersAt(NodeId entry);
   std::size_t Bytes() const;  // that the answers so far hold in memory, about
 
  private:

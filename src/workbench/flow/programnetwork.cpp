@@ -59,6 +59,21 @@ std::string ValueOf(const ModelImage& model, const ChainLink& link) {
   return IsLiteral(text) ? ProgramName(text) : std::string();
 }
 
+// The ENTRYs of a model. Calls take(unit, PORT, name in capitals).
+template <typename Take>
+void ForEntries(const ModelImage& model, Take take) {
+  for (const NodeId port : model.NodesOf(Entity::Port)) {
+    const auto& record = model.Nodes()[port];
+    if ((record.flags & codemodel::kPortUsing) == 0 || record.detail == 0) continue;
+    std::uint32_t unit = 0;
+    for (std::uint32_t each = 0; each < model.Units().size(); ++each) {
+      const NodeId division = model.Units()[each].division;
+      if (division != 0 && division < port && port <= model.Nodes()[division].last) unit = each;
+    }
+    take(unit, port, ProgramName(model.Text(record.detail)));
+  }
+}
+
 // Holds a program in a set as long as it lives.
 class Mark {
  public:
@@ -81,10 +96,10 @@ ProgramNetwork::ProgramNetwork(Opener open, Callers callers) : open_(std::move(o
 ProgramNetwork::~ProgramNetwork() = default;
 
 NetworkProgram& ProgramNetwork::Add(std::shared_ptr<const ModelImage> model, std::uint32_t unit) {
-  auto& program = programs_[{model.get(), unit}];
-  if (program) return *program;
-  auto made = std::make_unique<NetworkProgram>();
-  NetworkProgram& added = *made;
+  NetworkProgram*& known = byUnit_[{model.get(), unit}];
+  if (known != nullptr) return *known;
+  known = programs_.emplace_back(std::make_unique<NetworkProgram>()).get();
+  NetworkProgram& added = *known;
   added.name = ProgramName(model->Text(model->Units()[unit].name));
   added.unit = unit;
   added.flow = std::make_unique<ProgramFlow>(
@@ -92,7 +107,6 @@ NetworkProgram& ProgramNetwork::Add(std::shared_ptr<const ModelImage> model, std
         return OutcomeOf(added, statement, operand, place);
       });
   added.model = std::move(model);
-  program = std::move(made);
   if (unit == 0) byName_.emplace(added.name, &added);
   return added;
 }
@@ -102,18 +116,40 @@ NetworkProgram* ProgramNetwork::Find(std::string_view name) {
   if (const auto found = byName_.find(key); found != byName_.end()) return found->second;
   const auto model = open_ ? open_(key) : nullptr;
   NetworkProgram* program = nullptr;
-  if (model != nullptr && !model->Units().empty() && FlowLanguageOf(*model) != nullptr) program = &Add(model, 0);
+  if (model != nullptr && !model->Units().empty() && FlowLanguageOf(*model) != nullptr) {
+    const std::string own = ProgramName(model->Text(model->Units()[0].name));
+    // Somebody may have opened it already.
+    const auto known = byName_.find(own);
+    const bool isKnown = known != byName_.end() && known->second != nullptr;
+    const CallTarget entry = own == key ? CallTarget() : FindEntry(isKnown ? known->second->model : model, key);
+    if (entry.program == nullptr) {
+      program = &Add(model, 0);
+    } else {
+      entries_[key] = entry;
+    }
+  }
   byName_[key] = program;
   return program;
 }
 
+CallTarget ProgramNetwork::FindEntry(const std::shared_ptr<const ModelImage>& model, std::string_view name) {
+  CallTarget found;
+  ForEntries(*model, [&](std::uint32_t unit, NodeId port, const std::string& entry) {
+    if (entry == name && found.program == nullptr) found = {&Add(model, unit), port};
+  });
+  return found;
+}
+
 // A program nested in the one that calls, or beside it, goes before one of the workspace.
-NetworkProgram* ProgramNetwork::Resolve(const NetworkProgram& caller, std::string_view name) {
+CallTarget ProgramNetwork::Resolve(const NetworkProgram& caller, std::string_view name) {
   const auto units = caller.model->Units();
   for (std::uint32_t unit = 0; unit < units.size(); ++unit) {
-    if (ProgramName(caller.model->Text(units[unit].name)) == name) return &Add(caller.model, unit);
+    if (ProgramName(caller.model->Text(units[unit].name)) == name) return {&Add(caller.model, unit), 0};
   }
-  return Find(name);
+  if (const CallTarget own = FindEntry(caller.model, name); own.program != nullptr) return own;
+  if (NetworkProgram* program = Find(name)) return {program, 0};
+  const auto entry = entries_.find(name);
+  return entry == entries_.end() ? CallTarget() : entry->second;
 }
 
 std::vector<std::string> ProgramNetwork::NamesOf(NetworkProgram& caller, const ProgramCall& call) {
@@ -133,45 +169,55 @@ std::vector<std::string> ProgramNetwork::NamesOf(NetworkProgram& caller, const P
   return {names.begin(), names.end()};
 }
 
-std::vector<NetworkProgram*> ProgramNetwork::ProgramsCalled(NetworkProgram& caller, const ProgramCall& call,
-                                                            std::string* why) {
+std::vector<CallTarget> ProgramNetwork::ProgramsCalled(NetworkProgram& caller, const ProgramCall& call,
+                                                       std::string* why) {
   auto found = called_.find({&caller, call.statement});
   if (found == called_.end()) {
     // Asking for the name can lead to this call again: then it is not known yet.
-    found = called_.emplace(std::make_pair(&caller, call.statement), std::vector<NetworkProgram*>()).first;
-    std::vector<NetworkProgram*> programs;
+    found = called_.emplace(std::make_pair(&caller, call.statement), std::vector<CallTarget>()).first;
+    std::vector<CallTarget> programs;
     for (const std::string& name : NamesOf(caller, call)) programs.push_back(Resolve(caller, name));
-    if (std::ranges::find(programs, nullptr) == programs.end()) found->second = std::move(programs);
+    if (std::ranges::find(programs, nullptr, &CallTarget::program) == programs.end())
+      found->second = std::move(programs);
   }
   if (found->second.empty() && why != nullptr) {
     const auto names = NamesOf(caller, call);
     *why = "It is not known which program is called";
     for (const std::string& name : names) {
-      if (Resolve(caller, name) == nullptr) *why = fmt::format("{} is not in the workspace", name);
+      if (Resolve(caller, name).program == nullptr) *why = fmt::format("{} is not in the workspace", name);
     }
   }
   return found->second;
 }
 
-const std::vector<ProgramNetwork::KnownCall>& ProgramNetwork::CallsOf(NetworkProgram& program) {
-  if (callers_) {
-    for (const std::string& name : callers_(program.name)) Find(name);
+const ProgramNetwork::KnownCalls& ProgramNetwork::FindCalls(NetworkProgram& program) {
+  KnownCalls& known = callsOf_[&program];
+  if (known.programs == 0) {
+    std::set<std::string> names{program.name};
+    ForEntries(*program.model, [&](std::uint32_t, NodeId, std::string name) { names.insert(std::move(name)); });
+    for (const std::string& called : names) {
+      for (const std::string& name : callers_ ? callers_(called) : std::vector<std::string>()) Find(name);
+    }
+    for (std::uint32_t unit = 0; unit < program.model->Units().size(); ++unit) Add(program.model, unit);
   }
-  for (std::uint32_t unit = 0; unit < program.model->Units().size(); ++unit) Add(program.model, unit);
-  auto& [counted, calls] = callsOf_[&program];
-  if (counted == programs_.size()) return calls;
+  if (known.programs == programs_.size()) return known;
   std::vector<NetworkProgram*> callers;
-  for (const auto& [key, caller] : programs_) callers.push_back(caller.get());
-  std::ranges::sort(callers, {}, [](const NetworkProgram* caller) { return std::tie(caller->name, caller->unit); });
-  calls.clear();
-  counted = callers.size();
+  for (const auto& caller : programs_) callers.push_back(caller.get());
+  std::ranges::stable_sort(callers, {},
+                           [](const NetworkProgram* caller) { return std::tie(caller->name, caller->unit); });
+  known = {.programs = callers.size(), .calls = {}, .open = {}};
   for (NetworkProgram* caller : callers) {
     for (const ProgramCall& call : caller->flow->Calls()) {
-      const auto called = ProgramsCalled(*caller, call);
-      if (std::ranges::find(called, &program) != called.end()) calls.push_back({caller, &call});
+      const auto targets = ProgramsCalled(*caller, call);
+      for (const CallTarget& called : targets) {
+        if (called.program == &program) known.calls.push_back({caller, &call, called.entry});
+      }
+      if (targets.empty() && call.program != 0 && NamesOf(*caller, call).empty()) {
+        known.open.push_back({.caller = caller, .call = &call});
+      }
     }
   }
-  return calls;
+  return known;
 }
 
 std::optional<CallOutcome> ProgramNetwork::OutcomeOf(NetworkProgram& caller, NodeId statement, NodeId operand,
@@ -184,14 +230,15 @@ std::optional<CallOutcome> ProgramNetwork::OutcomeOf(NetworkProgram& caller, Nod
   if (called.empty()) return std::nullopt;
   ByteSet touched;
   ByteSet surely = place.Bytes();
-  for (NetworkProgram* program : called) {
-    if (underWay_.contains(program)) return std::nullopt;
-    const auto binding = BindArgument(*call, program->flow->Parameters(), operand);
-    const CallOutcome outcome = binding ? OutcomeIn(*program, *binding) : CallOutcome();
+  for (const CallTarget& target : called) {
+    if (underWay_.contains(target.program)) return std::nullopt;
+    const auto binding = BindArgument(*call, target.Parameters(), operand);
+    const CallOutcome outcome = binding ? OutcomeIn(*target.program, *binding) : CallOutcome();
     touched.Add(outcome.surely);
     touched.Add(outcome.perhaps);
     surely = surely.Within(outcome.surely);
   }
+  if (call->mayFail) surely = ByteSet();
   CallOutcome all{std::move(surely), std::move(touched)};
   all.perhaps.Remove(all.surely);
   return all;
@@ -210,16 +257,8 @@ CallOutcome ProgramNetwork::OutcomeIn(NetworkProgram& called, const ProgramBindi
   return outcome;
 }
 
-NetworkChain ProgramNetwork::DefinitionsReaching(NetworkProgram& program, NodeId occurrence) {
-  return ProgramSearch(*this).Backward(program, occurrence, std::nullopt);
-}
-
 NetworkChain ProgramNetwork::DefinitionsReaching(NetworkProgram& program, NodeId occurrence, const ByteSet& bytes) {
   return ProgramSearch(*this).Backward(program, occurrence, bytes);
-}
-
-NetworkChain ProgramNetwork::UsesReached(NetworkProgram& program, NodeId definition) {
-  return ProgramSearch(*this).Forward(program, definition, std::nullopt);
 }
 
 NetworkChain ProgramNetwork::UsesReached(NetworkProgram& program, NodeId definition, const ByteSet& bytes) {

@@ -42,14 +42,22 @@ struct CallPassed {
   bool operator==(const CallPassed&) const = default;
 };
 
+// Where a call leads: the beginning of a program, or another entry of it.
+struct CallTarget {
+  NetworkProgram* program = nullptr;
+  NodeId entry = 0;  // PORT
+
+  const std::vector<Argument>& Parameters() const { return program->flow->ParametersAt(entry); }
+};
+
 // A link whose ends can be in two programs. `link` is as in the program of the end that was not asked about; the other
 // end in it is the occurrence there that the way goes through: the parameter, the argument.
 struct NetworkLink {
   NetworkProgram* program = nullptr;
   ChainLink link;
   std::vector<CallPassed> calls;  // from the end that was asked about on
-  // Backward: an earlier call of the program has left it in storage that keeps its values from call to call.
-  bool isFromEarlierCall = false;
+  // The program keeps it in its storage from one call to another: backward from an earlier one, forward to a later one.
+  bool isOfOtherCall = false;
 };
 
 struct NetworkGap {
@@ -64,9 +72,10 @@ struct NetworkChain {
 
 class ProgramNetwork {
  public:
-  // The model whose outermost program has this name, in any case; nullptr when there is none.
+  // The model whose outermost program has this name, in any case, or else one in which an ENTRY has it; nullptr when
+  // there is none.
   using Opener = std::function<std::shared_ptr<const codemodel::ModelImage>(std::string_view name)>;
-  // The names of the programs that may call this one.
+  // The names of the programs that may call the one, or the ENTRY, of this name.
   using Callers = std::function<std::vector<std::string>(std::string_view name)>;
 
   explicit ProgramNetwork(Opener open, Callers callers = {});
@@ -79,34 +88,42 @@ class ProgramNetwork {
 
   // As those of ProgramFlow. What a call brings that leads to known programs is not among the links: what these leave
   // is in its place. A chain goes through 32 calls at most; a gap says where it has ended so.
-  NetworkChain DefinitionsReaching(NetworkProgram& program, NodeId occurrence);
-  NetworkChain DefinitionsReaching(NetworkProgram& program, NodeId occurrence, const ByteSet& bytes);
-  NetworkChain UsesReached(NetworkProgram& program, NodeId definition);
-  NetworkChain UsesReached(NetworkProgram& program, NodeId definition, const ByteSet& bytes);
+  NetworkChain DefinitionsReaching(NetworkProgram& program, NodeId occurrence, const ByteSet& bytes = ByteSet::All());
+  NetworkChain UsesReached(NetworkProgram& program, NodeId definition, const ByteSet& bytes = ByteSet::All());
   // The programs that a call can lead to. Empty when one of them is not known; then `why` is the gap's text.
-  std::vector<NetworkProgram*> ProgramsCalled(NetworkProgram& caller, const ProgramCall& call,
-                                              std::string* why = nullptr);
+  std::vector<CallTarget> ProgramsCalled(NetworkProgram& caller, const ProgramCall& call, std::string* why = nullptr);
 
-  // The calls of the program that are known.
+  // The calls of the program that are known, by the names of the programs that call.
   struct KnownCall {
     NetworkProgram* caller = nullptr;
     const ProgramCall* call = nullptr;
+    NodeId entry = 0;  // where it comes in, as CallTarget::entry
   };
-  const std::vector<KnownCall>& CallsOf(NetworkProgram& program);
+  const std::vector<KnownCall>& CallsOf(NetworkProgram& program) { return FindCalls(program).calls; }
+  // Calls of those that may call it of which it is not known what they call: each may be one of it.
+  const std::vector<KnownCall>& OpenCalls(NetworkProgram& program) { return FindCalls(program).open; }
 
  private:
+  struct KnownCalls {
+    std::size_t programs = 0;  // that were looked at; 0 before the first time
+    std::vector<KnownCall> calls, open;
+  };
+  const KnownCalls& FindCalls(NetworkProgram& program);
   std::optional<CallOutcome> OutcomeOf(NetworkProgram& caller, NodeId statement, NodeId operand,
                                        const StoragePlace& place);
   CallOutcome OutcomeIn(NetworkProgram& called, const ProgramBinding& binding);
   std::vector<std::string> NamesOf(NetworkProgram& caller, const ProgramCall& call);
-  NetworkProgram* Resolve(const NetworkProgram& caller, std::string_view name);
+  CallTarget Resolve(const NetworkProgram& caller, std::string_view name);
+  CallTarget FindEntry(const std::shared_ptr<const codemodel::ModelImage>& model, std::string_view name);
 
   Opener open_;
   Callers callers_;
-  std::map<std::pair<const codemodel::ModelImage*, std::uint32_t>, std::unique_ptr<NetworkProgram>> programs_;
+  std::vector<std::unique_ptr<NetworkProgram>> programs_;  // in the order in which they came up
+  std::map<std::pair<const codemodel::ModelImage*, std::uint32_t>, NetworkProgram*> byUnit_;
   std::map<std::string, NetworkProgram*, std::less<>> byName_;
-  std::map<std::pair<const NetworkProgram*, NodeId>, std::vector<NetworkProgram*>> called_;
-  std::map<const NetworkProgram*, std::pair<std::size_t, std::vector<KnownCall>>> callsOf_;  // of so many programs
+  std::map<std::string, CallTarget, std::less<>> entries_;  // by name
+  std::map<std::pair<const NetworkProgram*, NodeId>, std::vector<CallTarget>> called_;
+  std::map<const NetworkProgram*, KnownCalls> callsOf_;
   std::set<const NetworkProgram*> underWay_;  // whose outcome is being found out
 };
 

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -36,20 +35,14 @@ NodeId AreaOf(const NetworkProgram& program, NodeId node) {
 
 }  // namespace
 
-NetworkChain ProgramSearch::Backward(NetworkProgram& program, NodeId occurrence, const std::optional<ByteSet>& bytes) {
-  Ask({.program = &program,
-       .question = Question::Reaching,
-       .node = occurrence,
-       .bytes = bytes.value_or(ByteSet({0, ~std::uint64_t{0}}))});
+NetworkChain ProgramSearch::Backward(NetworkProgram& program, NodeId occurrence, const ByteSet& bytes) {
+  Ask({.program = &program, .question = Question::Reaching, .node = occurrence, .bytes = bytes});
   Run();
   return std::move(answer_);
 }
 
-NetworkChain ProgramSearch::Forward(NetworkProgram& program, NodeId definition, const std::optional<ByteSet>& bytes) {
-  Ask({.program = &program,
-       .question = Question::Reached,
-       .node = definition,
-       .bytes = bytes.value_or(ByteSet({0, ~std::uint64_t{0}}))});
+NetworkChain ProgramSearch::Forward(NetworkProgram& program, NodeId definition, const ByteSet& bytes) {
+  Ask({.program = &program, .question = Question::Reached, .node = definition, .bytes = bytes});
   Run();
   return std::move(answer_);
 }
@@ -80,7 +73,7 @@ void ProgramSearch::Run() {
   while (!items_.empty()) {
     const Item item = std::move(items_.front());
     items_.pop_front();
-    if (item.question == Question::Reached) {
+    if (item.question == Question::Reached || item.question == Question::FromStart) {
       FollowUses(item);
     } else {
       FollowDefinitions(item);
@@ -100,7 +93,7 @@ void ProgramSearch::TakeGaps(const Item& item, const Chain& chain) {
 }
 
 void ProgramSearch::Keep(const Item& item, const ChainLink& link) {
-  answer_.links.push_back({item.program, link, item.calls, item.isEarlierCall});
+  answer_.links.push_back({item.program, link, item.calls, item.isOtherCall});
 }
 
 void ProgramSearch::FollowDefinitions(const Item& item) {
@@ -119,7 +112,7 @@ void ProgramSearch::FollowDefinitions(const Item& item) {
     }
     // What passes through a called program untouched is in the chain of the one that calls.
     if (link.kind == DefinitionKind::Parameter && item.question == Question::AtEnd) continue;
-    if (link.kind == DefinitionKind::InitialValue && item.isEarlierCall) continue;
+    if (link.kind == DefinitionKind::InitialValue && item.isOtherCall) continue;
     Keep(item, link);
     if (link.kind == DefinitionKind::Parameter) FollowParameter(item, link);
     if (link.kind == DefinitionKind::InitialValue) FollowEarlierCall(item, link);
@@ -127,16 +120,23 @@ void ProgramSearch::FollowDefinitions(const Item& item) {
 }
 
 // The storage of a program that is called keeps its values from one call to the next.
+bool ProgramSearch::KeepsValues(NetworkProgram& program, NodeId area) {
+  if (program.model->Nodes()[area].entity != codemodel::Entity::Decl) return false;
+  const auto section = static_cast<codemodel::DataSectionKind>(program.model->Decl(area).section);
+  if (section == codemodel::DataSectionKind::LocalStorage || section == codemodel::DataSectionKind::Linkage) {
+    return false;
+  }
+  return !program.flow->Parameters().empty() || !network_.CallsOf(program).empty();
+}
+
 void ProgramSearch::FollowEarlierCall(const Item& item, const ChainLink& link) {
-  const bool isLocal = item.program->model->Decl(link.area).section ==
-                       static_cast<std::uint8_t>(codemodel::DataSectionKind::LocalStorage);
-  if (isLocal || (item.program->flow->Parameters().empty() && network_.CallsOf(*item.program).empty())) return;
+  if (!KeepsValues(*item.program, link.area)) return;
   Ask({.program = item.program,
        .question = Question::AtEnd,
        .node = link.area,
        .bytes = link.bytes,
        .calls = item.calls,
-       .isEarlierCall = true});
+       .isOtherCall = true});
 }
 
 // Whether all programs that the call can lead to are known, so that the link is replaced by what follows in them.
@@ -144,6 +144,10 @@ bool ProgramSearch::FollowIntoCall(const Item& item, const ChainLink& link, Node
                                    Question question) {
   const ProgramCall* call = CallAt(*item.program, statement);
   if (call == nullptr || std::ranges::find(call->arguments, operand, &Argument::operand) == call->arguments.end()) {
+    if (question == Question::AtEnd) {
+      AddGap(*item.program, statement,
+             fmt::format("What the called program gives {} is not followed.", NameOf(*item.program, item.node)));
+    }
     return false;
   }
   std::string why;
@@ -153,11 +157,11 @@ bool ProgramSearch::FollowIntoCall(const Item& item, const ChainLink& link, Node
            fmt::format("{}: what it does with {} is not known.", why, NameOf(*item.program, operand)));
     return false;
   }
-  for (NetworkProgram* program : called) {
-    const auto binding = BindArgument(*call, program->flow->Parameters(), operand);
+  for (const CallTarget& target : called) {
+    const auto binding = BindArgument(*call, target.Parameters(), operand);
     if (!binding) continue;
     AskBeyond(item, {item.program, statement},
-              {.program = program,
+              {.program = target.program,
                .question = question,
                .node = binding->parameter.place.area,
                .bytes = binding->Inwards(link.bytes)});
@@ -165,9 +169,18 @@ bool ProgramSearch::FollowIntoCall(const Item& item, const ChainLink& link, Node
   return true;
 }
 
+// What a parameter gets, and what becomes of it, is not known where a program is called by a name that is not known.
+void ProgramSearch::AddOpenCalls(NetworkProgram& program) {
+  for (const ProgramNetwork::KnownCall& open : network_.OpenCalls(program)) {
+    AddGap(*open.caller, open.call->statement,
+           fmt::format("It is not known which program is called; it may be {}.", program.name));
+  }
+}
+
 void ProgramSearch::FollowParameter(const Item& item, const ChainLink& link) {
-  const auto& parameters = item.program->flow->Parameters();
-  for (const auto& [caller, call] : network_.CallsOf(*item.program)) {
+  AddOpenCalls(*item.program);
+  for (const auto& [caller, call, entry] : network_.CallsOf(*item.program)) {
+    const auto& parameters = item.program->flow->ParametersAt(entry);
     for (std::size_t position = 0; position < std::min(parameters.size(), call->arguments.size()); ++position) {
       const Argument& argument = call->arguments[position];
       const ProgramBinding binding{argument, parameters[position]};
@@ -194,7 +207,8 @@ void ProgramSearch::FollowParameter(const Item& item, const ChainLink& link) {
 void ProgramSearch::FollowUses(const Item& item) {
   ProgramFlow& flow = *item.program->flow;
   ByteSet atEnd;
-  const Chain chain = flow.UsesReached(item.node, item.bytes, &atEnd);
+  const Chain chain = item.question == Question::FromStart ? flow.UsesOfStart(item.node, item.bytes, &atEnd)
+                                                           : flow.UsesReached(item.node, item.bytes, &atEnd);
   TakeGaps(item, chain);
   for (const ChainLink& link : chain.links) {
     if (!FollowIntoCall(item, link, link.usedAt, link.use, Question::Reached)) Keep(item, link);
@@ -202,13 +216,27 @@ void ProgramSearch::FollowUses(const Item& item) {
   if (!atEnd.Empty()) FollowEnd(item, atEnd);
 }
 
-// What a program leaves in its parameters is found behind the calls of it. What it got there itself is in the chain of
-// the program that calls.
+// What a definition leaves at the end is found behind the calls of the program, and by the next one. What came in at
+// the start has been followed for both where it came from.
 void ProgramSearch::FollowEnd(const Item& item, const ByteSet& atEnd) {
   if (item.program->model->Nodes()[item.node].entity == codemodel::Entity::Decl) return;
   const NodeId area = AreaOf(*item.program, item.node);
-  const auto& parameters = item.program->flow->Parameters();
-  for (const auto& [caller, call] : network_.CallsOf(*item.program)) {
+  if (area == 0) return;
+  FollowParameterAtEnd(item, area, atEnd);
+  if (!KeepsValues(*item.program, area)) return;
+  Ask({.program = item.program,
+       .question = Question::FromStart,
+       .node = area,
+       .bytes = atEnd,
+       .calls = item.calls,
+       .isOtherCall = true});
+}
+
+void ProgramSearch::FollowParameterAtEnd(const Item& item, NodeId area, const ByteSet& atEnd) {
+  const auto section = static_cast<codemodel::DataSectionKind>(item.program->model->Decl(area).section);
+  if (section == codemodel::DataSectionKind::Linkage) AddOpenCalls(*item.program);
+  for (const auto& [caller, call, entry] : network_.CallsOf(*item.program)) {
+    const auto& parameters = item.program->flow->ParametersAt(entry);
     for (std::size_t position = 0; position < std::min(parameters.size(), call->arguments.size()); ++position) {
       const Argument& argument = call->arguments[position];
       if (parameters[position].place.area != area || !argument.canChange || argument.place.area == 0) continue;

@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <deque>
-#include <optional>
 #include <set>
 #include <string>
 #include <tuple>
@@ -18,19 +17,18 @@ class ProgramSearch {
  public:
   explicit ProgramSearch(ProgramNetwork& network) : network_(network) {}
 
-  // Of all bytes without some.
-  NetworkChain Backward(NetworkProgram& program, NodeId occurrence, const std::optional<ByteSet>& bytes);
-  NetworkChain Forward(NetworkProgram& program, NodeId definition, const std::optional<ByteSet>& bytes);
+  NetworkChain Backward(NetworkProgram& program, NodeId occurrence, const ByteSet& bytes);
+  NetworkChain Forward(NetworkProgram& program, NodeId definition, const ByteSet& bytes);
 
  private:
-  enum class Question : std::uint8_t { Reaching, AtEnd, Reached };
+  enum class Question : std::uint8_t { Reaching, AtEnd, Reached, FromStart };
   struct Item {
     NetworkProgram* program = nullptr;
     Question question = Question::Reaching;
-    NodeId node = 0;  // the occurrence or definition; the area for AtEnd
+    NodeId node = 0;  // the occurrence or definition; the area for AtEnd and FromStart
     ByteSet bytes;
     std::vector<CallPassed> calls = {};
-    bool isEarlierCall = false;  // AtEnd: of the call of the program before this one
+    bool isOtherCall = false;  // AtEnd: of the call of the program before this one; FromStart: of the one after
   };
 
   void Ask(Item item);
@@ -42,9 +40,12 @@ class ProgramSearch {
   void FollowDefinitions(const Item& item);
   void FollowUses(const Item& item);
   bool FollowIntoCall(const Item& item, const ChainLink& link, NodeId statement, NodeId operand, Question question);
+  bool KeepsValues(NetworkProgram& program, NodeId area);
   void FollowEarlierCall(const Item& item, const ChainLink& link);
   void FollowParameter(const Item& item, const ChainLink& link);
   void FollowEnd(const Item& item, const ByteSet& atEnd);
+  void FollowParameterAtEnd(const Item& item, NodeId area, const ByteSet& atEnd);
+  void AddOpenCalls(NetworkProgram& program);
   void AddGap(const NetworkProgram& program, NodeId node, std::string text);
 
   ProgramNetwork& network_;

@@ -97,6 +97,33 @@ class BodyMaker {
   PointId exit_ = kNoPoint;
 };
 
+// The same points, with ways in the place of Calls and returns.
+FlowGraph WithoutCalls(const FlowGraph& flow) {
+  FlowGraph merged;
+  merged.AddRange(flow.Ranges()[kProgramRange]);
+  for (Point point : flow.Points()) {
+    if (point.kind == PointKind::Call) point.kind = PointKind::Statement;
+    merged.AddPoint(point);
+  }
+  std::vector<std::pair<PointId, PointId>> returns;  // from a range's exit
+  for (PointId point = 0; point < flow.Points().size(); ++point) {
+    const Point& at = flow.Points()[point];
+    const auto ways = flow.WaysOut(point);
+    if (at.kind != PointKind::Call) {
+      for (const Way& way : ways) merged.AddWay(point, way);
+      continue;
+    }
+    const PerformRange& range = flow.Ranges()[at.range];
+    merged.AddWay(point, {range.entry, WayKind::Next});
+    for (const Way& way : ways) returns.emplace_back(range.exit, way.to);
+  }
+  std::ranges::sort(returns);
+  returns.erase(std::unique(returns.begin(), returns.end()), returns.end());
+  for (const auto& [exit, to] : returns) merged.AddWay(exit, {to, WayKind::Next});
+  merged.Finish();
+  return merged;
+}
+
 template <typename T>
 std::size_t BytesOf(const std::vector<T>& list) {
   return list.capacity() * sizeof(T);
@@ -105,15 +132,26 @@ std::size_t BytesOf(const std::vector<T>& list) {
 }  // namespace
 
 RangeBodies::RangeBodies(const FlowGraph& flow, std::size_t most) : flow_(flow) {
-  const RangeReach reach(flow, most);
-  BodyMaker maker(flow, reach);
   const auto ranges = static_cast<RangeId>(flow.Ranges().size());
   bodies_.resize(ranges);
-  for (RangeId range = 0; range < ranges; ++range) {
-    if (reach.Runs(range)) bodies_[range] = maker.Make(range);
+  const RangeReach reach(flow, most);
+  matched_ = reach.IsComplete();
+  if (matched_) {
+    BodyMaker maker(flow, reach);
+    for (RangeId range = 0; range < ranges; ++range) {
+      if (reach.Runs(range)) bodies_[range] = maker.Make(range);
+    }
+  } else {
+    MergeRanges();
   }
   FindRangesByPoint();
   FindCalls();
+}
+
+void RangeBodies::MergeRanges() {
+  const FlowGraph merged = WithoutCalls(flow_);
+  const RangeReach reach(merged, merged.Points().size());
+  bodies_[kProgramRange] = BodyMaker(merged, reach).Make(kProgramRange);
 }
 
 void RangeBodies::FindRangesByPoint() {

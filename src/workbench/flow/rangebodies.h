@@ -9,7 +9,7 @@
 
 #include "workbench/flow/flowgraph.h"
 
-// What runs in which range, with the returns of PERFORM matched to their calls.
+// What runs in which range, with the returns of PERFORM matched to their calls: on valid paths only.
 namespace qmrules::workbench::flow {
 
 // All points that can run while the range is the innermost one that is being performed. GO TO does not end a PERFORM:
@@ -45,12 +45,17 @@ struct CallSite {
 // The bodies of the ranges that can run, beginning with the unit itself. Ranges that nothing performs have none. Time
 // and memory are those of all bodies together, which is linear as long as ranges do not share most of the program by
 // GO TO; the graph has to outlive it.
+//
+// Where they would have more than `most` points, returns are not matched: there is one body, that of the unit, which
+// has all points that can run. In it a Call leads into its range, and the range's end behind every Call of it as well
+// as to the next label. Every path of the program is a path of this body too, so what is never so in it is never so;
+// but it has others.
 class RangeBodies {
  public:
   static constexpr std::size_t kMostPoints = 10'000'000;
-  // Throws platform::Error for a program whose bodies have more than `most` points together.
   explicit RangeBodies(const FlowGraph& flow, std::size_t most = kMostPoints);
 
+  bool AreReturnsMatched() const { return matched_; }
   const FlowGraph& Flow() const { return flow_; }
   // Of a range that can run.
   const RangeBody& Of(RangeId range) const { return *bodies_[range]; }
@@ -64,10 +69,12 @@ class RangeBodies {
   std::size_t Bytes() const;
 
  private:
+  void MergeRanges();
   void FindRangesByPoint();
   void FindCalls();
 
   const FlowGraph& flow_;
+  bool matched_ = true;
   std::vector<std::unique_ptr<RangeBody>> bodies_;
   std::vector<std::uint32_t> callStarts_;
   std::vector<CallSite> calls_;

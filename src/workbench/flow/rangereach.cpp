@@ -3,23 +3,18 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/error.h"
-
 namespace qmrules::workbench::flow {
+
 // Open addressing in one array, since there are several of these for each statement of a program.
 class RangeReach::PositionSet {
  public:
-  PositionSet(std::size_t expected, std::size_t most) : most_(most) {
+  explicit PositionSet(std::size_t expected) {
     while (slots_.size() < expected * 2) slots_.resize(slots_.size() * 2);
     std::ranges::fill(slots_, kFree);
   }
 
   // False when it was there already.
   bool Add(Position position) {
-    if (count_ == most_) {
-      throw platform::Error(
-          "The flow of the program cannot be followed: too many of its PERFORM ranges run through each other.");
-    }
     if (2 * (count_ + 1) > slots_.size()) Grow();
     std::uint64_t& slot = SlotOf((std::uint64_t{position.range} << 32) | position.point);
     if (slot != kFree) return false;
@@ -27,6 +22,7 @@ class RangeReach::PositionSet {
     ++count_;
     return true;
   }
+  std::size_t Count() const { return count_; }
 
  private:
   static constexpr std::uint64_t kFree = ~std::uint64_t{0};  // neither number goes so far
@@ -48,18 +44,18 @@ class RangeReach::PositionSet {
   }
 
   std::vector<std::uint64_t> slots_ = std::vector<std::uint64_t>(64);  // a power of 2
-  std::size_t most_;
   std::size_t count_ = 0;
 };
 
 class RangeReach::Search {
  public:
-  Search(const FlowGraph& flow, std::size_t most, RangeReach& found)
-      : flow_(flow), found_(found), seen_(flow.Points().size(), most), waiting_(flow.Ranges().size()) {}
+  Search(const FlowGraph& flow, RangeReach& found)
+      : flow_(flow), found_(found), seen_(flow.Points().size()), waiting_(flow.Ranges().size()) {}
 
-  void Run() {
+  // Whether there were no more than so many.
+  bool Run(std::size_t most) {
     Start(kProgramRange);
-    while (!open_.empty()) {
+    while (!open_.empty() && seen_.Count() <= most) {
       const Position position = open_.back();
       open_.pop_back();
       const Point& point = flow_.Points()[position.point];
@@ -76,6 +72,7 @@ class RangeReach::Search {
         GoOn(position);
       }
     }
+    return seen_.Count() <= most;
   }
 
  private:
@@ -105,7 +102,7 @@ class RangeReach::Search {
 
 RangeReach::RangeReach(const FlowGraph& flow, std::size_t most)
     : runs_(flow.Ranges().size()), returns_(flow.Ranges().size()) {
-  Search(flow, most, *this).Run();
+  complete_ = Search(flow, *this).Run(most);
 }
 
 }  // namespace qmrules::workbench::flow

@@ -14,8 +14,10 @@ namespace qmrules::workbench::flow {
 // same time, point by point, and a Call waits until the first path through its range has been found.
 class RangeReach {
  public:
-  // Throws platform::Error when the ranges have more points together than `most`.
+  // Gives up when the ranges have more than `most` points together.
   RangeReach(const FlowGraph& flow, std::size_t most);
+  // Nothing else is known of ranges that it has given up on.
+  bool IsComplete() const { return complete_; }
   bool Runs(RangeId range) const { return runs_[range] != 0; }
   bool Returns(RangeId range) const { return returns_[range] != 0; }
 
@@ -28,6 +30,7 @@ class RangeReach {
   class Search;
 
   std::vector<std::uint8_t> runs_, returns_;  // by range
+  bool complete_ = false;
 };
 
 }  // namespace qmrules::workbench::flow

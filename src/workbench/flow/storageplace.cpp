@@ -42,6 +42,12 @@ bool ByteSet::Overlaps(ByteInterval interval) const {
 }
 
 bool ByteSet::Overlaps(const ByteSet& other) const {
+  // Few against many are looked for one by one.
+  constexpr std::size_t kFew = 8;
+  if (other.intervals_.size() < intervals_.size() / kFew) return other.Overlaps(*this);
+  if (intervals_.size() < other.intervals_.size() / kFew) {
+    return std::ranges::any_of(intervals_, [&other](ByteInterval interval) { return other.Overlaps(interval); });
+  }
   auto left = intervals_.begin();
   auto right = other.intervals_.begin();
   while (left != intervals_.end() && right != other.intervals_.end()) {

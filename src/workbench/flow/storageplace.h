@@ -22,6 +22,8 @@ class ByteSet {
  public:
   ByteSet() = default;
   explicit ByteSet(ByteInterval interval) { Add(interval); }
+  // Every byte that an area can have.
+  static ByteSet All() { return ByteSet({0, ~std::uint64_t{0}}); }
 
   bool Empty() const { return intervals_.empty(); }
   const std::vector<ByteInterval>& Intervals() const { return intervals_; }

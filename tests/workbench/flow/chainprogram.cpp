@@ -76,7 +76,7 @@ std::vector<std::string> ChainProgram::AtEnd(std::string_view name) {
 std::vector<std::string> ChainProgram::Uses(std::string_view mark) {
   std::vector<std::string> texts;
   ByteSet atEnd;
-  for (const ChainLink& link : flow_->UsesReached(program_.NodeAt(mark), &atEnd).links) {
+  for (const ChainLink& link : flow_->UsesReached(program_.NodeAt(mark), ByteSet::All(), &atEnd).links) {
     texts.push_back(Row(link.usedAt, link.use) + " " + Name(link.use));
   }
   if (!atEnd.Empty()) texts.push_back("end" + Bytes(atEnd));

@@ -152,6 +152,65 @@ TEST(CobolChains, ATextInTheMiddleOfAStringIsDefinedInPart) {
   EXPECT_THAT(program.Feeds("into"), Contains("B"));
 }
 
+TEST(CobolChains, UnstringSetsItsFirstItemForSureAndTheOthersPerhaps) {
+  ChainProgram program("01 S PIC X(9).\n01 A PIC X.\n01 B PIC X.\n01 N PIC 9.\n", R"(MAIN-PARA.
+    MOVE SPACES TO A B S
+    MOVE 0 TO N
+    UNSTRING S DELIMITED BY ',' INTO $first[[A]] B TALLYING IN N
+    DISPLAY $a[[A]] $b[[B]] $n[[N]] $s[[S]]
+    GOBACK.
+)");
+  EXPECT_THAT(program.Reaching("a"), ElementsAre("13 A computation"));
+  EXPECT_THAT(program.Reaching("b"), ElementsAre("11 B constant move", "13 B computation perhaps"));
+  EXPECT_THAT(program.Reaching("n"), ElementsAre("12 N constant move", "13 N computation perhaps"));
+  EXPECT_THAT(program.Reaching("s"), ElementsAre("11 S constant move"));
+  EXPECT_THAT(program.Feeds("first"), ElementsAre("S"));
+}
+
+TEST(CobolChains, InspectCountsOrReplacesPerhaps) {
+  ChainProgram program("01 S PIC X(9).\n01 C PIC X.\n01 N PIC 9.\n", R"(MAIN-PARA.
+    MOVE SPACES TO S
+    MOVE '*' TO C
+    MOVE 0 TO N
+    INSPECT S TALLYING $count[[N]] FOR ALL 'A'
+    DISPLAY $counted[[S]] $n[[N]]
+    INSPECT S REPLACING ALL 'A' BY $by[[C]]
+    DISPLAY $s[[S]]
+    GOBACK.
+)");
+  // Counting changes nothing.
+  EXPECT_THAT(program.Reaching("counted"), ElementsAre("10 S constant move"));
+  EXPECT_THAT(program.Reaching("n"), ElementsAre("12 N constant move", "13 N computation perhaps"));
+  EXPECT_THAT(program.Reaching("s"), ElementsAre("10 S constant move", "15 S computation perhaps"));
+  EXPECT_THAT(program.Reaching("by"), ElementsAre("11 C constant move"));
+}
+
+TEST(CobolChains, InitializeReplacingDefinesTheItemsOfItsCategory) {
+  ChainProgram program("01 G.\n   05 A PIC 9.\n   05 B PIC X.\n   05 C REDEFINES B PIC 9.\n", R"(MAIN-PARA.
+    MOVE 'ab' TO G
+    INITIALIZE G REPLACING NUMERIC DATA BY 5
+    DISPLAY $a[[A]] $b[[B]] $c[[C]]
+    GOBACK.
+)");
+  EXPECT_THAT(program.Reaching("a"), ElementsAre("12 G constant move"));
+  EXPECT_THAT(program.Reaching("b"), ElementsAre("11 G constant move"));
+  // Numeric too, but the other name of an item that is not.
+  EXPECT_THAT(program.Reaching("c"), ElementsAre("11 G constant move"));
+}
+
+TEST(CobolChains, CorrespondingItemsGetTheirValueFromThoseOfTheSameNameOnly) {
+  ChainProgram program("01 G.\n   05 A PIC X.\n   05 B PIC X.\n01 H.\n   05 B PIC X.\n   05 C PIC X.\n", R"(MAIN-PARA.
+    MOVE 'gg' TO G
+    MOVE 'hh' TO H
+    MOVE CORRESPONDING G TO H
+    DISPLAY $b[[B OF H]] $c[[C]] $a[[A]]
+    GOBACK.
+)");
+  EXPECT_THAT(program.Reaching("b"), ElementsAre("15 B move"));
+  EXPECT_THAT(program.Reaching("c"), ElementsAre("14 H constant move"));
+  EXPECT_THAT(program.Reaching("a"), ElementsAre("13 G constant move"));
+}
+
 TEST(CobolChains, TheSubjectOfAnEvaluateFeedsNothing) {
   ChainProgram program("01 A PIC 9.\n01 B PIC 9.\n01 C PIC 9.\n", R"(MAIN-PARA.
     EVALUATE $subject[[A]]
@@ -161,6 +220,22 @@ TEST(CobolChains, TheSubjectOfAnEvaluateFeedsNothing) {
 )");
   EXPECT_THAT(program.Fed("subject"), IsEmpty());
   EXPECT_THAT(program.Feeds("target"), ElementsAre("B"));
+}
+
+TEST(CobolChains, AnItemBehindATableOfVariableSizeIsTakenForAllItsPlaces) {
+  ChainProgram program("01 N PIC 9.\n01 G.\n   05 T PIC X OCCURS 1 TO 5 DEPENDING ON N.\n   05 B PIC X.\n",
+                       R"(MAIN-PARA.
+    MOVE 'A' TO B
+    MOVE 'T' TO T (3)
+    MOVE 'S' TO T (1)
+    DISPLAY $b[[B]]
+    GOBACK.
+)");
+  // B lies where T (2) to T (5) or it itself would: not where T (1) is.
+  EXPECT_THAT(program.Reaching("b"),
+              ElementsAre("6 G initial value", "11 B constant move perhaps", "12 T constant move overlap"));
+  EXPECT_THAT(program.Gaps("b"),
+              Contains("14 B lies behind a table of variable size; it is taken for every place where it can lie."));
 }
 
 }  // namespace

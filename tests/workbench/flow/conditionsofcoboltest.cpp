@@ -107,6 +107,28 @@ TEST(ConditionsOfCobol, NestedIfsAreToldFromTheOutermostInwards) {
   EXPECT_THAT(found.Always("behind"), IsEmpty());
 }
 
+TEST(ConditionsOfCobol, AnEarlyExitAndThePerformsOfAParagraphAreToldApart) {
+  CobolConditions found(R"(MAIN-PARA.
+    IF A = 0
+        GO TO DONE.
+    IF B = 1
+        PERFORM SHOW
+        PERFORM NOTE.
+    IF C = 1
+        PERFORM SHOW.
+DONE.
+    $end^GOBACK.
+SHOW.
+    $show^DISPLAY A.
+NOTE.
+    $note^DISPLAY B.
+)");
+  EXPECT_THAT(found.Always("note"), ElementsAre("not A = 0", "B = 1"));
+  EXPECT_THAT(found.Always("show"), ElementsAre("not A = 0"));
+  EXPECT_THAT(found.WaysIn("show"), ElementsAre("from PERFORM SHOW: B = 1;", "from PERFORM SHOW: C = 1;"));
+  EXPECT_THAT(found.Always("end"), IsEmpty());
+}
+
 TEST(ConditionsOfCobol, AConditionIsAskedForWithoutItself) {
   CobolConditions found(R"(MAIN-PARA.
     IF A = 1

@@ -60,6 +60,31 @@ SHOW-PARA.
   EXPECT_THAT(program.Uses("first"), ElementsAre("11 A", "17 A"));
 }
 
+TEST(ProgramFlowChains, WithoutMatchedReturnsNothingIsMissingAndAGapSaysSo) {
+  ChainProgram program("01 A PIC 9.\n", R"(MAIN-PARA.
+    MOVE 1 TO A
+    PERFORM SHOW-PARA
+    MOVE 2 TO A
+    PERFORM SHOW-PARA
+    IF A = 2
+      DISPLAY $behind[[A]]
+    END-IF
+    GOBACK.
+SHOW-PARA.
+    DISPLAY A.
+)");
+  const auto use = program.Program().NodeAt("behind");
+  EXPECT_EQ(program.Flow().DefinitionsReaching(use).links.size(), 1U);
+  workbench::flow::ProgramFlow unmatched(program.Program().Image(), 0, {}, 5);
+  const auto chain = unmatched.DefinitionsReaching(use);
+  EXPECT_EQ(chain.links.size(), 2U);
+  ASSERT_EQ(chain.gaps.size(), 1U);
+  EXPECT_THAT(chain.gaps[0].text, ::testing::StartsWith("Too many of its PERFORM ranges run through each other"));
+  const auto conditions = unmatched.ConditionsOf(chain.links[0].usedAt);
+  EXPECT_EQ(conditions.always.size(), 1U);
+  EXPECT_TRUE(conditions.areCut);
+}
+
 TEST(ProgramFlowChains, WhatAPerformedRangeDefinesReachesBehindItsCall) {
   ChainProgram program("01 A PIC 9.\n01 X PIC 9.\n", R"(MAIN-PARA.
     MOVE 1 TO A
@@ -190,6 +215,38 @@ TEST(ProgramFlowChains, ACallByReferenceMayChangeItsArgument) {
 )");
   EXPECT_THAT(program.Reaching("a"), ElementsAre("9 A constant move", "10 A call perhaps"));
   EXPECT_THAT(program.Reaching("b"), ElementsAre("9 B constant move"));
+}
+
+TEST(ProgramFlowChains, AJumpToANameThatIsNotThereIsAGapWhereverItMayLeadBackTo) {
+  ChainProgram program("01 A PIC 9.\n01 X PIC 9.\n", R"(MAIN-PARA.
+    MOVE 1 TO A.
+    IF X = 1
+        GO TO MISSING-PARA.
+    MOVE 2 TO A.
+LAST-PARA.
+    DISPLAY $a[[A]]
+    GOBACK.
+)");
+  EXPECT_THAT(program.Reaching("a"), ElementsAre("12 A constant move"));
+  EXPECT_THAT(program.Gaps("a"), ElementsAre("11 It leads to a name that is not declared; what A gets there is not "
+                                             "known."));
+}
+
+TEST(ProgramFlowChains, OccurrencesOfATableAreOnePieceUntilOneIsNamed) {
+  ChainProgram program("01 T.\n   05 ROW-OF OCCURS 200.\n      10 F PIC 9.\n      10 G PIC 9.\n01 I PIC 999.\n",
+                       R"(MAIN-PARA.
+    MOVE 1 TO F (I)
+    MOVE 2 TO G (I)
+    MOVE 3 TO F (7)
+    DISPLAY $any[[F (I)]]
+    DISPLAY $seventh[[F (7)]]
+    DISPLAY $eighth[[F (8)]]
+    GOBACK.
+)");
+  EXPECT_THAT(program.Reaching("any"),
+              ElementsAre("5 T initial value", "12 F constant move perhaps", "14 F constant move"));
+  EXPECT_THAT(program.Reaching("seventh"), ElementsAre("14 F constant move"));
+  EXPECT_THAT(program.Reaching("eighth"), ElementsAre("5 T initial value", "12 F constant move perhaps"));
 }
 
 TEST(ProgramFlowChains, AnUnknownStatementOnTheWayIsAGap) {

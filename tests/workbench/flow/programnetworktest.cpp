@@ -9,8 +9,11 @@
 namespace qmrules::test {
 namespace {
 
+using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using ::testing::Not;
+using ::testing::UnorderedElementsAre;
 using workbench::flow::NetworkChain;
 using workbench::flow::NetworkLink;
 using workbench::flow::NetworkProgram;
@@ -46,6 +49,17 @@ class Programs : public ::testing::Test {
     }
     return text;
   }
+  std::shared_ptr<const workbench::codemodel::ModelImage> WithEntry(std::string_view name) const {
+    for (const auto& [key, program] : programs_) {
+      const auto& model = program.Model();
+      for (const NodeId port : model.NodesOf(workbench::codemodel::Entity::Port)) {
+        const auto& record = model.Nodes()[port];
+        const bool isEntry = (record.flags & workbench::codemodel::kPortUsing) != 0 && record.detail != 0;
+        if (isEntry && model.Text(record.detail) == name) return program.Image();
+      }
+    }
+    return nullptr;
+  }
   NetworkProgram& Of(const std::string& program) { return network_.Add(programs_.at(program).Image(), 0); }
   std::vector<std::string> Told(const NetworkChain& chain, bool backward) {
     std::vector<std::string> texts;
@@ -65,7 +79,7 @@ class Programs : public ::testing::Test {
   std::map<std::string, FlowProgram> programs_;
   ProgramNetwork network_{[this](std::string_view name) {
                             const auto found = programs_.find(std::string(name));
-                            return found == programs_.end() ? nullptr : found->second.Image();
+                            return found == programs_.end() ? WithEntry(name) : found->second.Image();
                           },
                           [this](std::string_view) {
                             std::vector<std::string> names;
@@ -150,6 +164,29 @@ SUB-PARA.
   EXPECT_THAT(Reaching("MAIN", "a"), ElementsAre("MAIN 10 A constant move", "SUB 12 Q constant move"));
 }
 
+TEST_F(Programs, WhatAProgramLeavesInItsOwnStorageIsUsedAtItsNextCall) {
+  Add("MAIN", "WORKING-STORAGE SECTION.\n01 A PIC 9.\n", R"(PROCEDURE DIVISION.
+MAIN-PARA.
+    PERFORM 2 TIMES
+      CALL 'SUB' USING A
+    END-PERFORM
+    GOBACK.
+)");
+  Add("SUB",
+      "WORKING-STORAGE SECTION.\n01 N PIC 9.\nLOCAL-STORAGE SECTION.\n01 T PIC 9.\nLINKAGE SECTION.\n01 X PIC 9.\n",
+      R"(PROCEDURE DIVISION USING X.
+SUB-PARA.
+    DISPLAY $n[[N]] $t[[T]]
+    MOVE 7 TO $storedN[[N]]
+    MOVE 7 TO $storedT[[T]]
+    GOBACK.
+)");
+  EXPECT_THAT(Reaching("SUB", "n"), ElementsAre("SUB 5 N initial value", "SUB 13 N constant move"));
+  EXPECT_THAT(Uses("SUB", "storedN"), ElementsAre("SUB 12 N"));
+  EXPECT_THAT(Reaching("SUB", "t"), ElementsAre("SUB 7 T initial value"));
+  EXPECT_THAT(Uses("SUB", "storedT"), IsEmpty());
+}
+
 TEST_F(Programs, AProgramThatIsNotThereIsAGap) {
   Add("MAIN", "WORKING-STORAGE SECTION.\n01 A PIC 9.\n", R"(PROCEDURE DIVISION.
 MAIN-PARA.
@@ -202,6 +239,26 @@ MAIN-PARA.
   EXPECT_THAT(gaps_, ElementsAre("It is not known which program is called: what it does with A is not known."));
 }
 
+TEST_F(Programs, ACallByANameThatIsNotKnownMayBeOneOfAnyProgram) {
+  Add("MAIN", "WORKING-STORAGE SECTION.\n01 A PIC 9.\n01 P PIC X(8).\n", R"(PROCEDURE DIVISION.
+MAIN-PARA.
+    CALL 'SUB' USING A
+    ACCEPT P
+    CALL P USING A
+    DISPLAY A
+    GOBACK.
+)");
+  Add("SUB", "LINKAGE SECTION.\n01 X PIC 9.\n", R"(PROCEDURE DIVISION USING X.
+SUB-PARA.
+    DISPLAY $use[[X]]
+    MOVE 7 TO $definition[[X]].
+)");
+  Reaching("SUB", "use");
+  EXPECT_THAT(gaps_, Contains("It is not known which program is called; it may be SUB."));
+  Uses("SUB", "definition");
+  EXPECT_THAT(gaps_, Contains("It is not known which program is called; it may be SUB."));
+}
+
 TEST_F(Programs, ProgramsThatCallEachOtherComeToAnEnd) {
   Add("MAIN", "WORKING-STORAGE SECTION.\n01 A PIC 9.\n", R"(PROCEDURE DIVISION.
 MAIN-PARA.
@@ -227,6 +284,165 @@ PONG-PARA.
   EXPECT_THAT(Reaching("MAIN", "a"), ElementsAre("MAIN 8 A constant move", "PONG 8 Y computation"));
   EXPECT_THAT(Reaching("PING", "x"),
               ElementsAre("PING 5 X parameter", "MAIN 8 A constant move", "PONG 8 Y computation"));
+}
+
+constexpr const char* kEntryProgram = R"(PROCEDURE DIVISION USING X.
+SUB-PARA.
+    DISPLAY $main[[X]]
+    GOBACK.
+    ENTRY 'SECOND' USING Y.
+    DISPLAY $second[[Y]]
+    MOVE 7 TO $y[[Y]]
+    GOBACK.
+)";
+
+TEST_F(Programs, ACallOfAnEntryHandsOverWhatTheEntryTakesIn) {
+  Add("MAIN", "WORKING-STORAGE SECTION.\n01 A PIC 9.\n01 B PIC 9.\n", R"(PROCEDURE DIVISION.
+MAIN-PARA.
+    MOVE 1 TO $a[[A]]
+    CALL 'SUB' USING A
+    MOVE 2 TO B
+    CALL 'SECOND' USING B
+    DISPLAY $behind[[B]] $alone[[A]]
+    GOBACK.
+)");
+  Add("SUB", kSubData, kEntryProgram);
+  EXPECT_THAT(Reaching("SUB", "second"), Contains("MAIN 11 B constant move"));
+  EXPECT_THAT(Reaching("SUB", "second"), Not(Contains("MAIN 9 A constant move")));
+  EXPECT_THAT(Reaching("SUB", "main"), ElementsAre("SUB 5 X parameter", "MAIN 9 A constant move"));
+  // Not by position in the USING of the program.
+  EXPECT_THAT(Uses("MAIN", "a"), ElementsAre("MAIN 13 A", "SUB 9 X"));
+  EXPECT_THAT(Reaching("MAIN", "behind"), Contains("SUB 13 Y constant move"));
+  EXPECT_THAT(Reaching("MAIN", "alone"), ElementsAre("MAIN 9 A constant move"));
+  EXPECT_THAT(gaps_, IsEmpty());
+  EXPECT_THAT(Uses("SUB", "y"), ElementsAre("MAIN 13 B"));
+}
+
+constexpr const char* kAreaData = "LINKAGE SECTION.\n01 DFHCOMMAREA.\n   05 P PIC XX.\n   05 Q PIC X(3).\n";
+
+TEST_F(Programs, LinkLeadsIntoTheProgramByItsCommunicationAreaAndBack) {
+  Add("MAIN", "WORKING-STORAGE SECTION.\n01 G.\n   05 A PIC XX.\n   05 B PIC X(3).\n01 P PIC XX.\n",
+      R"(PROCEDURE DIVISION.
+MAIN-PARA.
+    MOVE 'AA' TO $a[[A]]
+    MOVE 'BBB' TO B
+    MOVE 'PP' TO $other[[P]]
+    EXEC CICS LINK PROGRAM('LINKED') COMMAREA(G) END-EXEC
+    DISPLAY $behind[[A]] $kept[[B]] P
+    EXEC CICS RETURN END-EXEC.
+)");
+  Add("LINKED", kAreaData, R"(PROCEDURE DIVISION.
+LINKED-PARA.
+    DISPLAY $p[[P]]
+    MOVE 'XX' TO $set[[P]]
+    EXEC CICS RETURN END-EXEC.
+)");
+  EXPECT_THAT(Reaching("LINKED", "p"), ElementsAre("LINKED 5 DFHCOMMAREA parameter", "MAIN 11 A constant move"));
+  // Names mean nothing: the P of MAIN is not handed over.
+  EXPECT_THAT(Uses("MAIN", "other"), ElementsAre("MAIN 15 P"));
+  EXPECT_THAT(Uses("MAIN", "a"), Contains("LINKED 10 P"));
+  EXPECT_THAT(Reaching("MAIN", "behind"), Contains("LINKED 11 P constant move"));
+  EXPECT_THAT(Reaching("MAIN", "kept"), ElementsAre("MAIN 12 B constant move"));
+  EXPECT_THAT(Uses("LINKED", "set"), Contains("MAIN 15 A"));
+}
+
+TEST_F(Programs, LinkByAVariableNameLeadsToThePrograms) {
+  Add("MAIN", "WORKING-STORAGE SECTION.\n01 A PIC XX.\n01 N PIC X(8) VALUE 'LINKED'.\n", R"(PROCEDURE DIVISION.
+MAIN-PARA.
+    EXEC CICS LINK PROGRAM(N) COMMAREA(A) NOHANDLE END-EXEC
+    DISPLAY $behind[[A]]
+    EXEC CICS RETURN END-EXEC.
+)");
+  Add("LINKED", kAreaData, "PROCEDURE DIVISION.\nLINKED-PARA.\n    MOVE 'XX' TO P.\n    GOBACK.\n");
+  Add("OTHER", kAreaData, "PROCEDURE DIVISION.\nOTHER-PARA.\n    MOVE 'YY' TO P.\n    GOBACK.\n");
+  EXPECT_THAT(Reaching("MAIN", "behind"), ElementsAre("MAIN 5 A initial value", "LINKED 10 P constant move"));
+}
+
+TEST_F(Programs, WhereALinkHasFailedTheAreaIsAsItWas) {
+  Add("MAIN", "WORKING-STORAGE SECTION.\n01 A PIC XX.\n", R"(PROCEDURE DIVISION.
+MAIN-PARA.
+    EXEC CICS HANDLE CONDITION PGMIDERR(GONE-PARA) END-EXEC
+    MOVE 'AA' TO A
+    EXEC CICS LINK PROGRAM('LINKED') COMMAREA(A) END-EXEC
+    EXEC CICS RETURN END-EXEC.
+GONE-PARA.
+    DISPLAY $gone[[A]]
+    EXEC CICS RETURN END-EXEC.
+)");
+  Add("LINKED", kAreaData, "PROCEDURE DIVISION.\nLINKED-PARA.\n    MOVE 'XX' TO P.\n    GOBACK.\n");
+  EXPECT_THAT(Reaching("MAIN", "gone"), Contains("MAIN 9 A constant move"));
+}
+
+TEST_F(Programs, XctlHandsItsAreaOverAndDoesNotComeBack) {
+  Add("MAIN", "WORKING-STORAGE SECTION.\n01 G.\n   05 A PIC XX.\n   05 B PIC X(3).\n", R"(PROCEDURE DIVISION.
+MAIN-PARA.
+    MOVE 'AA' TO $a[[A]]
+    IF B = 'END'
+        EXEC CICS XCTL PROGRAM('NEXTONE') COMMAREA(G) END-EXEC
+    END-IF
+    DISPLAY $behind[[A]]
+    EXEC CICS RETURN END-EXEC.
+)");
+  Add("NEXTONE", kAreaData, R"(PROCEDURE DIVISION.
+NEXT-PARA.
+    DISPLAY $p[[P]]
+    MOVE 'XX' TO $set[[P]]
+    EXEC CICS RETURN END-EXEC.
+)");
+  EXPECT_THAT(Reaching("NEXTONE", "p"), ElementsAre("NEXTONE 5 DFHCOMMAREA parameter", "MAIN 10 A constant move"));
+  EXPECT_THAT(Uses("MAIN", "a"), UnorderedElementsAre("NEXTONE 10 P", "MAIN 14 A"));
+  EXPECT_THAT(Reaching("MAIN", "behind"), ElementsAre("MAIN 10 A constant move"));
+  EXPECT_THAT(Uses("NEXTONE", "set"), Not(Contains("MAIN 14 A")));
+}
+
+TEST_F(Programs, BehindAnXctlThatHasFailedTheOtherProgramHasNotRun) {
+  Add("MAIN", "WORKING-STORAGE SECTION.\n01 G.\n   05 A PIC XX.\n   05 B PIC X(3).\n01 R PIC S9(8) COMP.\n",
+      R"(PROCEDURE DIVISION.
+MAIN-PARA.
+    MOVE 'AA' TO $a[[A]]
+    EXEC CICS XCTL PROGRAM('NEXTONE') COMMAREA(G)
+        RESP(R) END-EXEC
+    DISPLAY $behind[[A]]
+    EXEC CICS RETURN END-EXEC.
+)");
+  Add("NEXTONE", kAreaData, R"(PROCEDURE DIVISION.
+NEXT-PARA.
+    DISPLAY P
+    MOVE 'XX' TO $set[[P]]
+    EXEC CICS RETURN END-EXEC.
+)");
+  EXPECT_THAT(Reaching("MAIN", "behind"), ElementsAre("MAIN 11 A constant move"));
+  EXPECT_THAT(Uses("MAIN", "a"), UnorderedElementsAre("NEXTONE 10 P", "MAIN 14 A"));
+  EXPECT_THAT(Uses("NEXTONE", "set"), Not(Contains("MAIN 14 A")));
+}
+
+TEST_F(Programs, WhatIsInvokedOrIsAProcedureOfADatabaseIsAnEndThatSaysSo) {
+  Add("MAIN", "WORKING-STORAGE SECTION.\n01 A PIC 9.\n01 B PIC 9.\n01 O OBJECT REFERENCE.\n", R"(PROCEDURE DIVISION.
+MAIN-PARA.
+    MOVE 1 TO A B
+    INVOKE O 'METHOD' USING A
+    EXEC SQL CALL SUB (:B) END-EXEC
+    DISPLAY $a[[A]] $b[[B]]
+    GOBACK.
+)");
+  // A program of the procedure's name is another one.
+  Add("SUB", kSubData, "PROCEDURE DIVISION USING X.\nSUB-PARA.\n    MOVE 7 TO X.\n");
+  EXPECT_THAT(Reaching("MAIN", "a"), ElementsAre("MAIN 10 A constant move", "MAIN 11 A call"));
+  EXPECT_THAT(gaps_, ElementsAre("It is not known which program is called: what it does with A is not known."));
+  EXPECT_THAT(Reaching("MAIN", "b"), ElementsAre("MAIN 10 B constant move", "MAIN 12 B call"));
+  EXPECT_THAT(gaps_, ElementsAre("It is not known which program is called: what it does with B is not known."));
+}
+
+TEST_F(Programs, WhatACalledProgramReturnsIsAnEndThatSaysSo) {
+  Add("MAIN", "WORKING-STORAGE SECTION.\n01 A PIC 9.\n", R"(PROCEDURE DIVISION.
+MAIN-PARA.
+    CALL 'SUB' RETURNING A
+    DISPLAY $a[[A]]
+    GOBACK.
+)");
+  Add("SUB", kSubData, "PROCEDURE DIVISION RETURNING X.\nSUB-PARA.\n    MOVE 7 TO X.\n");
+  EXPECT_THAT(Reaching("MAIN", "a"), ElementsAre("MAIN 8 A call"));
+  EXPECT_THAT(gaps_, ElementsAre("What the called program gives A is not followed."));
 }
 
 }  // namespace

@@ -9,7 +9,6 @@
 #include <set>
 #include <utility>
 
-#include "platform/error.h"
 #include "workbench/flow/randomflow.h"
 
 namespace qmrules::workbench::flow {
@@ -142,15 +141,33 @@ TEST(RangeBodies, ATowerOfAHundredThousandCallsIsFollowed) {
   EXPECT_TRUE(bodies.Returns(kRanges));
 }
 
-TEST(RangeBodies, OfRangesThatRunThroughEachOtherTooOftenAreRefused) {
+TEST(RangeBodies, OfRangesThatRunThroughEachOtherTooOftenAreOneInWhichReturnsLeadBehindEachCall) {
   HandMade made;
-  PointId last = 0;
-  for (int count = 0; count < 100; ++count) last = made.AddBehind(last, PointKind::Statement);
+  const PointId first = made.CallBehind(0, 1);
+  const PointId second = made.CallBehind(first, 1);
+  const PointId leave = made.AddBehind(second, PointKind::Leave);
+  const PointId start = made.Add(PointKind::Start);
+  const PointId end = made.AddBehind(start, PointKind::End);
+  const PointId next = made.AddBehind(end, PointKind::Start);
+  const PointId never = made.Add(PointKind::Start);
+  made.graph.AddRange({.entry = start, .exit = end});
   made.graph.Finish();
-  EXPECT_NO_THROW(RangeBodies(made.graph, 101));
-  EXPECT_THAT([&made] { const RangeBodies bodies(made.graph, 100); },
-              testing::ThrowsMessage<platform::Error>("The flow of the program cannot be followed: too many of its "
-                                                      "PERFORM ranges run through each other."));
+  constexpr std::size_t kPoints = 6;  // four of the program and two of the range
+  EXPECT_TRUE(RangeBodies(made.graph, kPoints).AreReturnsMatched());
+  const RangeBodies bodies(made.graph, kPoints - 1);
+  EXPECT_FALSE(bodies.AreReturnsMatched());
+  EXPECT_FALSE(bodies.Runs(1));
+  EXPECT_TRUE(bodies.CallsOf(1).empty());
+  const RangeBody& body = bodies.Of(kProgramRange);
+  EXPECT_EQ(body.PlaceOf(never), RangeBody::kNoPlace);
+  const auto behind = [&body](PointId point) {
+    std::vector<PointId> points;
+    for (const std::uint32_t out : body.Outs(body.PlaceOf(point))) points.push_back(body.points[out]);
+    return points;
+  };
+  EXPECT_THAT(behind(first), ElementsAre(start));
+  EXPECT_THAT(behind(second), ElementsAre(start));
+  EXPECT_THAT(behind(end), testing::UnorderedElementsAre(next, second, leave));
 }
 
 // All pairs of a point and the range that it runs in, by walks with a stack of ranges: plain, and only for small

@@ -11,7 +11,7 @@ namespace qmrules::workbench::codemodel::cobol {
 namespace {
 
 // Raised with every change that makes other models of the same sources.
-constexpr int kVersion = 3;
+constexpr int kVersion = 4;
 
 // The rows of the program's own file that each program of it takes: from the first one's beginning, or the end of the
 // one before it, to its end.

@@ -152,7 +152,7 @@ void UnitFlow::Phrases(NodeId node, std::size_t first) {
     ways_.Open(phrase.negated ? test.isTrue : test.isFalse);
     if (phrase.success != 0) ++successes;
   }
-  ways_.Pass(node, PointKind::Completed);
+  PassParts(node, PointKind::Completed);
   for (std::size_t at = first; at < end; ++at) {
     const Phrase phrase = phrases_[at];
     if (phrase.success == 0 || nodes_[phrase.success].last == phrase.success) continue;

@@ -8,6 +8,7 @@
 #include "workbench/flow/cobol/entryeffects.h"
 #include "workbench/flow/cobol/programcalls.h"
 #include "workbench/flow/cobol/statementeffects.h"
+#include "workbench/flow/cobol/statementparts.h"
 
 namespace qmrules::workbench::flow::cobol {
 
@@ -62,6 +63,7 @@ class CobolUnit final : public UnitEffects {
   std::vector<PointId> PointsOf(NodeId operand) const override;
   std::vector<ProgramCall> Calls() const override { return CallsOf(facts_); }
   std::vector<Argument> Parameters() const override { return ParametersOf(facts_); }
+  std::vector<Argument> ParametersAt(NodeId entry) const override { return ParametersOfEntry(facts_, entry); }
 
  private:
   void FindOperands();
@@ -71,6 +73,7 @@ class CobolUnit final : public UnitEffects {
   void AddStatementPoints(NodeId statement, std::vector<PointId>& points) const;
   void AddCounterPoints(NodeId loop, NodeId operand, std::vector<PointId>& points) const;
   bool HasStep(NodeId statement) const;
+  OperandsOfPoint OperandsAt(const Point& point) const;
 
   const ModelImage& model_;
   const FlowGraph& flow_;
@@ -127,11 +130,20 @@ bool CobolUnit::HasStep(NodeId statement) const {
   });
 }
 
+OperandsOfPoint CobolUnit::OperandsAt(const Point& point) const {
+  const auto parts = PartsOf(model_, point.node);
+  if (parts.empty()) return {};
+  const auto verb = static_cast<Verb>(model_.Nodes()[point.node].verb);
+  const bool isFirst = point.part == 0;
+  const auto& own = parts[std::min<std::size_t>(point.part, parts.size() - 1)];
+  return {point.node, own, isFirst, !isFirst && (verb == Verb::Read || verb == Verb::Return)};
+}
+
 Effects CobolUnit::EffectsAt(PointId at) const {
   Effects effects;
   const Point& point = flow_.Points()[at];
   const auto statement = [&](Phase phase) {
-    EffectList list(facts_.Places(), phase, effects);
+    EffectList list(facts_.Places(), phase, effects, OperandsAt(point));
     if (static_cast<Verb>(model_.Nodes()[point.node].verb) == Verb::Search) {
       for (const NodeId operand : OperandsBelow(model_, point.node)) list.Subscripts(operand);
       SearchEffects({facts_, point.node, Verb::Search, OperandsBelow(model_, point.node)}, HasStep(point.node), list);
@@ -146,7 +158,9 @@ Effects CobolUnit::EffectsAt(PointId at) const {
       break;
     case PointKind::Statement:
     case PointKind::Leave:
-      if (!IsKindOf(model_.Nodes()[point.node].entity, Entity::Stat) || flow_.PointOf(point.node) != at) break;
+      if (!IsKindOf(model_.Nodes()[point.node].entity, Entity::Stat) ||
+          (point.part == 0 && flow_.PointOf(point.node) != at))
+        break;
       statement(HasPoint(point.node, PointKind::Completed) ? Phase::Attempt : Phase::Whole);
       break;
     case PointKind::Completed:

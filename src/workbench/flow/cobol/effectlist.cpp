@@ -42,8 +42,19 @@ void ForNested(const ModelImage& model, NodeId operand, Take take) {
 
 }  // namespace
 
+bool OperandsOfPoint::Has(const ModelImage& model, NodeId operand) const {
+  if (operands.empty()) return true;
+  if (operand == statement) return isFirst;
+  while (operand != 0 && model.Nodes()[operand].parent != statement) operand = model.Nodes()[operand].parent;
+  return std::ranges::find(operands, operand) != operands.end();
+}
+
+bool EffectList::Reads() const {
+  return phase_ == Phase::Whole || (phase_ == Phase::Success) == operands_.readsOnSuccess;
+}
+
 void EffectList::Use(NodeId operand, std::uint16_t feed) {
-  if (phase_ == Phase::Success) return;
+  if (!Reads()) return;
   const NodeRecord& node = Model().Nodes()[operand];
   if (node.entity == Entity::Var && node.role != Role::AddressOf) {
     UsePlace(places_.Of(operand), operand, feed);
@@ -55,7 +66,7 @@ void EffectList::Use(NodeId operand, std::uint16_t feed) {
 }
 
 void EffectList::Subscripts(NodeId operand) {
-  if (phase_ == Phase::Success || Model().Nodes()[operand].role == Role::LengthOf) return;
+  if (!Reads() || Model().Nodes()[operand].role == Role::LengthOf) return;
   ForNested(Model(), operand, [&](NodeId var, bool isPart) {
     if (isPart) UsePlace(places_.Of(var), var, kNoFeed);
   });
@@ -70,7 +81,7 @@ void EffectList::DefineItem(NodeId item, NodeId operand, Definition definition) 
 }
 
 void EffectList::UsePlace(const OperandPlace& place, NodeId operand, std::uint16_t feed) {
-  if (phase_ == Phase::Success) return;
+  if (!Reads() || !operands_.Has(Model(), operand)) return;
   if (place.gap) Gap(*place.gap, operand);
   Effect use;
   use.feed = feed;
@@ -81,6 +92,7 @@ void EffectList::UsePlace(const OperandPlace& place, NodeId operand, std::uint16
 void EffectList::DefinePlace(const OperandPlace& place, NodeId operand, Definition definition) {
   const bool onSuccess = definition.certainty == Certainty::OnSuccess || definition.certainty == Certainty::IfGood;
   if (phase_ == Phase::Success && !onSuccess) return;
+  if (!operands_.Has(Model(), operand)) return;
   if (place.gap) Gap(*place.gap, operand);
   Effect effect;
   effect.definition = definition.kind;

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <utility>
+#include <vector>
 
 #include "workbench/flow/cobol/operandplace.h"
 #include "workbench/flow/effects.h"
@@ -19,6 +21,17 @@ enum class Certainty : std::uint8_t {
   Perhaps,    // even when it succeeds not for sure, or not all of it
 };
 
+// Which operands a point is about, of a statement that has several points in a row (statementparts.h).
+struct OperandsOfPoint {
+  NodeId statement = 0;
+  std::vector<NodeId> operands;  // the statement's; empty for all
+  bool isFirst = true;           // has what the text does not name as well
+  bool readsOnSuccess = false;   // they are not looked at before the statement has succeeded
+
+  // What lies below an operand belongs to it.
+  bool Has(const codemodel::ModelImage& model, NodeId operand) const;
+};
+
 struct Definition {
   DefinitionKind kind = DefinitionKind::Move;
   Certainty certainty = Certainty::Always;
@@ -31,8 +44,8 @@ struct Definition {
 // to the statement's other point.
 class EffectList {
  public:
-  EffectList(const OperandPlaces& places, Phase phase, Effects& effects)
-      : places_(places), phase_(phase), effects_(effects) {}
+  EffectList(const OperandPlaces& places, Phase phase, Effects& effects, OperandsOfPoint operands = {})
+      : places_(places), phase_(phase), effects_(effects), operands_(std::move(operands)) {}
 
   const codemodel::ModelImage& Model() const { return places_.Model(); }
   const OperandPlaces& Places() const { return places_; }
@@ -50,11 +63,13 @@ class EffectList {
   void Gap(EffectGapKind kind, NodeId node);
 
  private:
+  bool Reads() const;
   void Put(Effect effect, const OperandPlace& place);
 
   const OperandPlaces& places_;
   Phase phase_;
   Effects& effects_;
+  OperandsOfPoint operands_;
 };
 
 }  // namespace qmrules::workbench::flow::cobol

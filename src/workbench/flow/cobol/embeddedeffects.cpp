@@ -61,11 +61,16 @@ void SqlEffects(const Statement& statement, EffectList& list) {
 
 void CicsEffects(const Statement& statement, EffectList& list) {
   const std::string_view name = CommandOf(statement);
-  const bool calls = name == "EXEC CICS LINK" || name == "EXEC CICS XCTL";
+  const bool transfers = name == "EXEC CICS XCTL", calls = transfers || name == "EXEC CICS LINK";
   for (const NodeId operand : statement.operands) {
     const NodeRecord& node = statement.Record(operand);
     if ((node.flags & codemodel::kImplicit) != 0 && node.role == Role::Argument) continue;
     const bool isArea = calls && node.role == Role::Argument;
+    if (isArea && transfers) {
+      // Nothing comes back; where the program goes on, the other one has not run.
+      list.Use(operand, 0);
+      continue;
+    }
     HostVariable(statement, operand, isArea ? DefinitionKind::Call : DefinitionKind::Input, list);
   }
   const UnitFacts& facts = statement.facts;

@@ -158,7 +158,8 @@ void SortEffects(const Statement& statement, EffectList& list) {
       const codemodel::DeclRecord& table = model.Decl(node.declaration);
       if (place.place.strides.size() == 1 && (table.flags & codemodel::kOccurs) != 0) {
         place.place.strides.clear();
-        place.place.first = AllBytesOf(table);
+        const ByteInterval all = AllBytesOf(table);
+        place.place.first = {std::min(place.place.first.begin, all.begin), all.end};
         place.certain = table.dependingOn == 0 ? place.place.first.end - place.place.first.begin : 0;
       }
     }

@@ -65,7 +65,8 @@ using PartOf = std::function<Part(const DeclRecord& decl)>;
 // such an item are left as they are.
 class Items {
  public:
-  Items(const ModelImage& model, PartOf partOf) : model_(model), partOf_(std::move(partOf)) {}
+  Items(const StorageLayout& layout, const ModelImage& model, PartOf partOf)
+      : layout_(layout), model_(model), partOf_(std::move(partOf)) {}
 
   // Of one occurrence of the item.
   Overwritten Of(NodeId item, int level = 0) const {
@@ -82,7 +83,15 @@ class Items {
       const DeclRecord& below = model_.Decl(child);
       const bool nameless = (below.flags & codemodel::kFiller) != 0 && below.usage != DataUsage::Group;
       if (!HasOwnBytes(below) || below.redefines != 0 || nameless) continue;
-      Repeat(below, Of(child, level + 1), bytes);
+      const Overwritten once = Of(child, level + 1);
+      const std::uint64_t slack = layout_.SlackOf(child);
+      if (slack <= layout_.SlackOf(item)) {
+        Repeat(below, once, bytes);
+      } else if (!once.surely.Empty() || !once.perhaps.Empty()) {
+        // Behind a table of variable size.
+        const ByteInterval all = AllBytesOf(below);
+        bytes.perhaps.Add({all.begin - std::min(slack, all.begin - whole.begin), all.end});
+      }
     }
     return bytes;
   }
@@ -112,6 +121,7 @@ class Items {
     add(once.perhaps, 0, decl.occurs, bytes.perhaps);
   }
 
+  const StorageLayout& layout_;
   const ModelImage& model_;
   PartOf partOf_;
 };
@@ -150,7 +160,8 @@ void Initialize(const Statement& statement, NodeId target, const PartOf& partOf,
   if (decl.usage != DataUsage::Group || (node.flags & codemodel::kRefMod) != 0) {
     PutWhole(target, partOf(decl), definition, list);
   } else {
-    Put(statement, target, Items(statement.Model(), partOf).Of(node.declaration), definition, list);
+    Put(statement, target, Items(statement.facts.Layout(), statement.Model(), partOf).Of(node.declaration), definition,
+        list);
   }
 }
 

@@ -36,6 +36,7 @@ MonitorWays::MonitorWays(const codemodel::ModelImage& model, NodeId division, Un
     const NodeId node = walk.Current();
     if (nodes[node].verb != static_cast<std::uint8_t>(Verb::ExecCics)) continue;
     const std::string_view name = NameOf(node);
+    if (name == "IGNORE CONDITION") ignores_ = true;
     if (!name.starts_with("HANDLE")) continue;
     const Kind kind = name == "HANDLE AID" ? Attention : name == "HANDLE ABEND" ? Abend : Condition;
     labels.LabelsOf(node, found);
@@ -52,6 +53,7 @@ MonitorWays::MonitorWays(const codemodel::ModelImage& model, NodeId division, Un
       labels.AddOnce(label, found, begin);
       begin = false;
     }
+    if (kind == Abend) graph.AddGap({FlowGapKind::AnyStatement, first[kind], {chances_[kind]}});
     for (const NodeId label : found) ways.Lead(chances_[kind], labels.StartOf(label), WayKind::Jump);
   }
 }
@@ -74,6 +76,7 @@ std::string_view MonitorWays::NameOf(NodeId node) const {
 
 bool MonitorWays::AsksForOutcome(NodeId node) const {
   const auto nodes = model_.Nodes();
+  if ((nodes[node].flags & codemodel::kNoHandle) != 0) return true;
   for (NodeId child = node + 1; child <= nodes[node].last; child = nodes[child].last + 1) {
     if (nodes[child].entity == Entity::Var && nodes[child].role == Role::Status) return true;
   }
@@ -100,7 +103,9 @@ void MonitorWays::Command(NodeId node) {
   const bool leaves = IsOneOf(name, {"RETURN", "XCTL", "ABEND"});
   const bool asks = AsksForOutcome(node);
   const bool raises = !asks && IsHandled(name) && (name != "ABEND" || chances_[Abend] != kNoPoint);
-  if (leaves && !asks && !raises) {
+  // What is ignored goes on behind the command.
+  const bool returns = !leaves || asks || (ignores_ && name != "ABEND");
+  if (!returns && !raises) {
     ways_.Reach(ways_.Add(node, PointKind::Leave));
     return;
   }
@@ -110,7 +115,7 @@ void MonitorWays::Command(NodeId node) {
   ways_.Reach(chance);
   if (leaves) ways_.Lead(chance, ways_.Add(node, PointKind::Leave), WayKind::Next);
   if (raises) Raise(chance, name);
-  if (!leaves || asks) ways_.Open(chance);
+  if (returns) ways_.Open(chance);
 }
 
 }  // namespace qmrules::workbench::flow::cobol

@@ -35,6 +35,7 @@ class MonitorWays {
   FlowGraph& graph_;
   std::array<std::vector<NodeId>, kKinds> labels_;
   std::array<PointId, kKinds> chances_;
+  bool ignores_ = false;  // some condition, somewhere
 };
 
 }  // namespace qmrules::workbench::flow::cobol

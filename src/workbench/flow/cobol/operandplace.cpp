@@ -75,6 +75,13 @@ std::uint32_t BytesOfCharacter(const DeclRecord& decl) {
 }
 
 OperandPlace OperandPlaces::OfItem(NodeId item) const {
+  OperandPlace operand = Declared(item);
+  Slide(item, operand);
+  return operand;
+}
+
+// As if all tables were full.
+OperandPlace OperandPlaces::Declared(NodeId item) const {
   OperandPlace operand;
   const DeclRecord& decl = model_.Decl(item);
   operand.place.area = decl.area;
@@ -115,6 +122,33 @@ NodeId OperandPlaces::ExplicitOf(NodeId var) const {
 }
 
 OperandPlace OperandPlaces::Of(NodeId var) const {
+  OperandPlace operand = Spelled(var);
+  if (operand.place.area != 0) Slide(model_.Nodes()[var].declaration, operand);
+  return operand;
+}
+
+// Behind a table of variable size, and within an occurrence whose size varies, it is not known where the item lies.
+void OperandPlaces::Slide(NodeId item, OperandPlace& operand) const {
+  NodeId moving = item;
+  for (const Dimension& dimension : DimensionsOf(model_, item)) {
+    const DeclRecord& table = model_.Decl(dimension.table);
+    if (layout_.LeastBytes(dimension.table) >= SizeOf(table)) continue;
+    operand.place.first = AllBytesOf(table);
+    operand.place.strides.clear();
+    operand.partial = true;
+    moving = dimension.table;
+    break;
+  }
+  const std::uint64_t slack = layout_.SlackOf(moving);
+  operand.partial = operand.partial || slack > 0;
+  if (moving == item && slack == 0) return;
+  ByteInterval& bytes = operand.place.first;
+  bytes.begin -= std::min(slack, bytes.begin);
+  operand.certain = 0;
+  if (!operand.gap) operand.gap = EffectGapKind::MovingItem;
+}
+
+OperandPlace OperandPlaces::Spelled(NodeId var) const {
   const NodeRecord& node = model_.Nodes()[var];
   OperandPlace operand;
   if (node.entity != Entity::Var || node.role == Role::LengthOf) return operand;
@@ -127,11 +161,11 @@ OperandPlace OperandPlaces::Of(NodeId var) const {
   if ((node.flags & codemodel::kImplicit) != 0) {
     if (const NodeId spelled = ExplicitOf(var)) {
       const NodeRecord& group = model_.Nodes()[spelled];
-      if (group.declaration == item) return Of(spelled);
+      if (group.declaration == item) return Spelled(spelled);
       // An item of a group that is an occurrence of a table.
       operand = Subscripted(spelled, group.declaration);
       const ByteInterval whole = BytesOf(model_.Decl(group.declaration)), part = BytesOf(model_.Decl(item));
-      if (part.begin < whole.begin || part.end > whole.end) return OfItem(item);
+      if (part.begin < whole.begin || part.end > whole.end) return Declared(item);
       operand.place.first.begin += part.begin - whole.begin;
       operand.place.first.end = operand.place.first.begin + (part.end - part.begin);
       operand.certain = layout_.LeastBytes(item);
@@ -144,7 +178,7 @@ OperandPlace OperandPlaces::Of(NodeId var) const {
 }
 
 OperandPlace OperandPlaces::Subscripted(NodeId var, NodeId item) const {
-  OperandPlace operand = OfItem(item);
+  OperandPlace operand = Declared(item);
   if (operand.place.strides.empty()) return operand;
   const bool all = (model_.Nodes()[var].flags & codemodel::kAllSubscript) != 0;
   const std::vector<std::uint32_t> subscripts = all ? std::vector<std::uint32_t>() : SubscriptsOf(model_, var);

@@ -41,6 +41,9 @@ class OperandPlaces {
   OperandPlace OfItem(NodeId item) const;
 
  private:
+  OperandPlace Declared(NodeId item) const;
+  OperandPlace Spelled(NodeId var) const;
+  void Slide(NodeId item, OperandPlace& operand) const;
   OperandPlace Subscripted(NodeId var, NodeId item) const;
   void Refer(NodeId var, NodeId item, OperandPlace& operand) const;
   NodeId ExplicitOf(NodeId var) const;

@@ -4,6 +4,7 @@
 
 #include "workbench/codemodel/cobol/data/itemstack.h"
 #include "workbench/codemodel/cobol/data/layout.h"
+#include "workbench/flow/equalrun.h"
 
 namespace qmrules::workbench::flow::cobol {
 
@@ -84,6 +85,7 @@ StorageLayout::StorageLayout(const ModelImage& model) : model_(model) {
 void StorageLayout::FindLeastBytes() {
   for (const DeclRecord& table : model_.Decls()) {
     if (table.dependingOn == 0) continue;
+    AddSlack(table);
     const std::uint64_t end = AddBytes(std::min(table.offset, kMostBytes),
                                        MultiplyBytes(std::min(table.size, kMostBytes), table.occursLeast));
     NodeId around = model_.Nodes()[table.node].parent;
@@ -95,6 +97,44 @@ void StorageLayout::FindLeastBytes() {
   }
   // Of several, the smallest comes first.
   std::ranges::sort(least_);
+  std::ranges::sort(slacks_, {}, &Slack::record);
+}
+
+void StorageLayout::AddSlack(const DeclRecord& table) {
+  if (table.occursLeast >= table.occurs) return;
+  Slack slack;
+  slack.bytes = MultiplyBytes(std::min(table.size, kMostBytes), table.occurs - table.occursLeast);
+  slack.table = slack.record = table.node;
+  NodeId around = model_.Nodes()[table.node].parent;
+  for (int level = 0; IsItem(model_, around) && level < kMostLevels; around = model_.Nodes()[around].parent, ++level) {
+    const DeclRecord& decl = model_.Decl(around);
+    slack.record = around;
+    if ((decl.flags & codemodel::kOccurs) == 0) continue;
+    slack.bytes = MultiplyBytes(slack.bytes, decl.occurs);
+    slack.table = around;
+  }
+  slack.end = AllBytesOf(model_.Decl(slack.table)).end;
+  slacks_.push_back(slack);
+}
+
+std::uint64_t StorageLayout::SlackOf(NodeId item) const {
+  if (slacks_.empty()) return 0;
+  NodeId record = item, redefining = 0;
+  NodeId around = item;
+  for (int level = 0; IsItem(model_, around) && level <= kMostLevels; around = model_.Nodes()[around].parent, ++level) {
+    record = around;
+    if (model_.Decl(around).redefines != 0 && model_.Decl(around).usage != DataUsage::Renames) redefining = around;
+  }
+  const std::uint64_t begin = BytesOf(model_.Decl(item)).begin;
+  std::uint64_t bytes = 0;
+  for (const Slack& slack : EqualRun(slacks_, record, &Slack::record)) {
+    // What redefines another item moves with that one.
+    const bool alternative =
+        redefining != 0 && (slack.table < redefining || slack.table > model_.Nodes()[redefining].last);
+    const std::uint64_t place = alternative ? BytesOf(model_.Decl(redefining)).begin : begin;
+    if (place >= slack.end) bytes = AddBytes(bytes, slack.bytes);
+  }
+  return std::min(bytes, begin);
 }
 
 std::span<const NodeId> StorageLayout::ItemsOf(NodeId area) const {

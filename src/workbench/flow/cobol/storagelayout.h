@@ -41,15 +41,27 @@ class StorageLayout {
   // How many of the item's bytes, from its first one on, it has in any case: fewer than its size where an OCCURS
   // DEPENDING ON lies below it.
   std::uint64_t LeastBytes(NodeId item) const;
+  // How many bytes before its place, which is that behind full tables, the item's first occurrence can lie: more than
+  // none behind an OCCURS DEPENDING ON of the same record.
+  std::uint64_t SlackOf(NodeId item) const;
 
  private:
+  // What a table of variable size can lack.
+  struct Slack {
+    NodeId record = 0;  // DECL at level 01
+    NodeId table = 0;   // the one that it lies in when that is one of several
+    std::uint64_t end = 0;
+    std::uint64_t bytes = 0;
+  };
   void FindLeastBytes();
+  void AddSlack(const codemodel::DeclRecord& table);
 
   const codemodel::ModelImage& model_;
   std::vector<NodeId> areas_;
   std::vector<std::uint32_t> starts_;  // by index in areas_, into items_
   std::vector<NodeId> items_;
   std::vector<std::pair<NodeId, std::uint64_t>> least_;  // ascending by item
+  std::vector<Slack> slacks_;                            // ascending by record
 };
 
 // Of one occurrence. An item at level 01 or 77 whose size is known at run time only has more than it can get.

@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "workbench/flow/cobol/statementparts.h"
+
 namespace qmrules::workbench::flow::cobol {
 
 using codemodel::Entity;
@@ -102,6 +104,15 @@ NodeId UnitFlow::Statement(NodeId node) {
   return nodes_[last].last + 1;
 }
 
+// A point for each part of the statement.
+void UnitFlow::PassParts(NodeId node, PointKind kind) {
+  ways_.Pass(node, kind);
+  const std::size_t parts = PartsOf(model_, node).size();
+  for (std::size_t part = 1; part < parts; ++part) {
+    graph_.At(ways_.Pass(node, kind)).part = static_cast<std::uint16_t>(part);
+  }
+}
+
 void UnitFlow::Dispatch(NodeId node) {
   switch (VerbOf(node)) {
     case Verb::If:
@@ -144,7 +155,7 @@ void UnitFlow::Dispatch(NodeId node) {
       return Unknown(node);
     default:
       if (nodes_[node].entity == Entity::If) return Decide(node);
-      ways_.Pass(node, PointKind::Statement);
+      PassParts(node, PointKind::Statement);
       if (nodes_[node].entity == Entity::Block) Statements(node);
   }
 }

@@ -58,6 +58,7 @@ class UnitFlow {
   // Gives what stands behind it.
   NodeId Statement(NodeId node);
   void Dispatch(NodeId node);
+  void PassParts(NodeId node, PointKind kind);
   void EndSentence();
   bool IsStatement(NodeId node) const;
 

@@ -59,6 +59,13 @@ std::optional<std::uint32_t> UnitLabels::IndexOf(NodeId node) const {
   return static_cast<std::uint32_t>(found - labels_.begin());
 }
 
+std::vector<PointId> UnitLabels::Starts() const {
+  std::vector<PointId> starts;
+  starts.reserve(labels_.size());
+  for (const NodeId label : labels_) starts.push_back(StartOf(label));
+  return starts;
+}
+
 RangeId UnitLabels::RangeOf(NodeId from, NodeId to) {
   const auto [place, added] = ranges_.try_emplace((std::uint64_t{from} << 32) | to, kNoRange);
   if (added) place->second = graph_.AddRange({from, to, StartOf(from), EndOf(to)});

@@ -23,6 +23,7 @@ class UnitLabels {
   // Of a label of the division.
   PointId StartOf(NodeId label) const { return first_ + 2 * *IndexOf(label); }
   PointId EndOf(NodeId label) const { return StartOf(label) + 1; }
+  std::vector<PointId> Starts() const;  // of all labels
   // The range from one label of the division to another.
   RangeId RangeOf(NodeId from, NodeId to);
   // The ranges that a statement names: a label, or two with THRU. What cannot be told becomes a gap.

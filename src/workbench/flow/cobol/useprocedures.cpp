@@ -81,8 +81,19 @@ void UseProcedures::Take(NodeId section, NodeId use, UnitLabels& labels, FlowGra
       reports_.push_back(range);
     }
   }
-  // FOR DEBUGGING: runs only when the program is made for it.
-  if (!known) graph.AddGap({FlowGapKind::UnknownStatement, use});
+  if (!known) graph.AddGap({FlowGapKind::Debugging, use, DebuggedPoints(use, labels)});
+}
+
+// Where FOR DEBUGGING runs: at the beginning of the procedures that are named. What is done with a file or an item can
+// be anywhere.
+std::vector<PointId> UseProcedures::DebuggedPoints(NodeId use, const UnitLabels& labels) const {
+  const auto nodes = model_.Nodes();
+  std::vector<PointId> points;
+  for (NodeId child = use + 1; child <= nodes[use].last; child = nodes[child].last + 1) {
+    if (!labels.IsLabel(nodes[child].declaration)) return labels.Starts();
+    points.push_back(labels.StartOf(nodes[child].declaration));
+  }
+  return points.empty() ? labels.Starts() : points;
 }
 
 // A file or a mode.

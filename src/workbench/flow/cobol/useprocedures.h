@@ -34,6 +34,7 @@ class UseProcedures {
 
   void Take(NodeId section, NodeId use, UnitLabels& labels, FlowGraph& graph);
   void TakeName(NodeId name, RangeId range);
+  std::vector<PointId> DebuggedPoints(NodeId use, const UnitLabels& labels) const;
   void FindOpenModes(NodeId division);
   bool HasModes() const;
   void AddForFile(NodeId reference, bool opens, std::vector<RangeId>& ranges) const;

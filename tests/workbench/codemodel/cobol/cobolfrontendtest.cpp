@@ -135,10 +135,10 @@ TEST(CobolFrontEnd, AModelKnowsItsFilesAndWhatItAskedFor) {
 }
 
 TEST(CobolFrontEnd, TheOptionsTellHowAProgramWasRead) {
-  EXPECT_EQ(cobol::CobolFrontEnd::OptionsText({}), "cobol 3 format auto");
+  EXPECT_EQ(cobol::CobolFrontEnd::OptionsText({}), "cobol 4 format auto");
   EXPECT_EQ(cobol::CobolFrontEnd::OptionsText({.format = cobol::SourceFormat::Free, .debuggingLines = true}),
-            "cobol 3 format free debugging");
-  EXPECT_EQ(Translate(Program("ONE"))[0].model.options, "cobol 3 format fixed");
+            "cobol 4 format free debugging");
+  EXPECT_EQ(Translate(Program("ONE"))[0].model.options, "cobol 4 format fixed");
 }
 
 TEST(CobolFrontEnd, CanBeCancelled) {

@@ -94,5 +94,17 @@ TEST(ArithmeticEffects, CorrespondingItemsAreComputedInPairs) {
                                             "use Y G 1+2 #1", "use Y H 0+3 #1", "define Y H 0+3 computation #1"));
 }
 
+TEST(ArithmeticEffects, WhatIsNoNumberTakesNoPartInACorrespondingSum) {
+  const auto program = EffectsProgram::Of(R"(01  G.
+    05  X PIC X.
+    05  Y PIC 9(2).
+01  H.
+    05  X PIC X.
+    05  Y PIC 9(3).
+)",
+                                          "MAIN-PARA.\n    $at^ADD CORRESPONDING G TO H.\n");
+  EXPECT_THAT(program.At("at"), ElementsAre("use Y G 1+2", "use Y H 1+3", "define Y H 1+3 computation"));
+}
+
 }  // namespace
 }  // namespace qmrules::test

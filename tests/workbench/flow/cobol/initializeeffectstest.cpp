@@ -78,6 +78,17 @@ TEST(InitializeEffects, OnlyTheOccurrencesThereAreAreSure) {
                           "may define DEPENDING-G DEPENDING-G 3+8 constant move"));
 }
 
+TEST(InitializeEffects, WhatLiesBehindATableOfVariableSizeMayBeAnywhere) {
+  const auto program = EffectsProgram::Of(R"(01  N PIC 99.
+01  G.
+    05  A PIC X.
+    05  T PIC X(2) OCCURS 1 TO 5 DEPENDING ON N.
+    05  B PIC X(3).
+)",
+                                          "MAIN-PARA.\n    $at^INITIALIZE G.\n");
+  EXPECT_THAT(program.At("at"), ElementsAre("define G G 0+3 constant move", "may define G G 3+11 constant move"));
+}
+
 TEST(InitializeEffects, ReplacingTakesInItemsOfItsCategory) {
   EXPECT_THAT(InitializeEffectsOf("INITIALIZE HOLES REPLACING NUMERIC DATA BY V"),
               ElementsAre("use V V 0+4", "define HOLES HOLES 5+4 move"));

@@ -224,5 +224,56 @@ TEST(OperandPlaces, WhatDependsOnACounterIsSureOnlyUpToItsLeast) {
   EXPECT_THAT(program.At("item"), ElementsAre("use S S 0+21", "define T G 15+2 move copies"));
 }
 
+constexpr std::string_view kMoving = R"(01  N PIC 99.
+01  G.
+    05  T PIC X(2) OCCURS 2 TO 9 DEPENDING ON N.
+    05  BEHIND PIC X(3).
+    05  AGAIN REDEFINES BEHIND.
+        10  HALF PIC X.
+    05  U PIC X OCCURS 4.
+01  H REDEFINES G.
+    05  FILLER PIC X(20).
+    05  FIXED PIC X.
+01  R.
+    05  ROW OCCURS 3.
+        10  CELL PIC X OCCURS 1 TO 4 DEPENDING ON N.
+        10  REST PIC X.
+    05  LAST-ONE PIC X.
+01  S PIC X(3).
+)";
+
+TEST(OperandPlaces, BehindATableOfVariableSizeAnItemCanLieBeforeItsPlace) {
+  const auto program = EffectsProgram::Of(kMoving, R"(MAIN-PARA.
+    $item^MOVE S TO BEHIND.
+    $part^MOVE "X" TO BEHIND (2:1).
+    $half^MOVE "X" TO HALF.
+    $one^MOVE "X" TO U (2).
+    $some^MOVE "X" TO U (N).
+    $table^MOVE "AB" TO T (3).
+    $fixed^MOVE "X" TO FIXED.
+)");
+  EXPECT_THAT(program.At("item"), ElementsAre("use S S 0+3", "may define BEHIND G 4+17 move copies partial"));
+  EXPECT_THAT(program.At("part"), ElementsAre("may define BEHIND G 5+15 constant move partial"));
+  EXPECT_THAT(program.At("half"), ElementsAre("may define HALF G 4+15 constant move partial"));
+  EXPECT_THAT(program.At("one"), ElementsAre("may define U G 8+15 constant move partial"));
+  EXPECT_THAT(program.At("some"), ElementsAre("use N N 0+2 aside", "may define U G 7+15 4x1 constant move partial"));
+  EXPECT_THAT(program.At("table"), ElementsAre("define T G 4+2 constant move"));
+  EXPECT_THAT(program.At("fixed"), ElementsAre("define FIXED G 20+1 constant move"));
+  EXPECT_THAT(program.GapsAt("item"), ElementsAre("moving item BEHIND"));
+  EXPECT_THAT(program.GapsAt("table"), IsEmpty());
+  EXPECT_THAT(program.GapsAt("fixed"), IsEmpty());
+}
+
+TEST(OperandPlaces, OccurrencesOfVariableSizeCanLieAnywhereInTheirTable) {
+  const auto program = EffectsProgram::Of(kMoving, R"(MAIN-PARA.
+    $rest^MOVE "X" TO REST (2).
+    $row^MOVE "X" TO ROW (1).
+    $last^MOVE "X" TO LAST-ONE.
+)");
+  EXPECT_THAT(program.At("rest"), ElementsAre("may define REST R 0+15 constant move partial"));
+  EXPECT_THAT(program.At("row"), ElementsAre("may define ROW R 0+15 constant move partial"));
+  EXPECT_THAT(program.At("last"), ElementsAre("may define LAST-ONE R 6+10 constant move partial"));
+}
+
 }  // namespace
 }  // namespace qmrules::test

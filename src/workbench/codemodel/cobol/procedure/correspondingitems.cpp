@@ -32,6 +32,11 @@ class Pairing {
            decl.usage != DataUsage::Index;
   }
 
+  bool IsNumber(NodeId item) const {
+    const DeclRecord& decl = model_.Decl(item);
+    return !HasItems(item) && (decl.flags & kNumeric) != 0 && (decl.flags & kEdited) == 0;
+  }
+
   bool HasItems(NodeId item) const {
     for (NodeId below = item + 1; below <= model_.Node(item).last; below = model_.Node(below).last + 1) {
       if (model_.Node(below).entity == Entity::Decl && model_.Decl(below).level < 66) return true;
@@ -53,7 +58,7 @@ class Pairing {
       const bool fromIsGroup = HasItems(item), toIsGroup = HasItems(other);
       if (fromIsGroup && toIsGroup) {
         waiting_.emplace_back(item, other);
-      } else if (!groups_.computes || (!fromIsGroup && !toIsGroup)) {
+      } else if (!groups_.computes || (IsNumber(item) && IsNumber(other))) {
         Make(item, other);
       }
     }

@@ -69,6 +69,8 @@ void CicsStatement::Parse() {
       LeaveParentheses(parser_, end_);
     } else if (word == "MAPONLY") {
       hasData_ = true;
+    } else if (word == "NOHANDLE") {
+      parser_.Model().Node(node_).flags |= kNoHandle;
     } else if (!word.empty() && cursor_.Index() < end_ && cursor_.Accept(TokenKind::Open)) {
       Option(word);
       firstOption_ = false;

@@ -188,6 +188,16 @@ TEST(CicsCommands, TakeExpressionsAndFunctionsAsValues) {
                "EXEC CICS SYNCPOINT END-EXEC.");
 }
 
+TEST(CicsCommands, TellThatTheyGoOnWhateverComesOfThem) {
+  const auto marked = ExpectMarked(kCicsData,
+                                   "EXEC CICS READ FILE($File[['M']]) INTO($IntoIn[[A]]) NOHANDLE END-EXEC.\n"
+                                   "EXEC CICS READ FILE($File[['M']]) INTO($IntoIn[[A]]) END-EXEC.");
+  const auto reads = marked.Nodes(Entity::IoStat);
+  ASSERT_EQ(reads.size(), 2U);
+  EXPECT_NE(reads[0].flags & workbench::codemodel::kNoHandle, 0);
+  EXPECT_EQ(reads[1].flags & workbench::codemodel::kNoHandle, 0);
+}
+
 TEST(CicsCommands, CountAndDump) {
   ExpectMarked(kCicsData,
                "EXEC CICS GET COUNTER($OtherOut[[A]]) VALUE($TargetIn[[R]]) INCREMENT($OtherOut[[N]]) END-EXEC.\n"
