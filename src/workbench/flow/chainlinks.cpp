@@ -128,7 +128,7 @@ void ChainGatherer::AddGap(const FlowGap& gap, NodeId operand) {
   AddGap(gap.node, TextOf(gap.kind, model_.Text(model_.Nodes()[operand].name)));
 }
 
-void ChainGatherer::AddGap(NodeId node, std::string text) {
+void ChainGatherer::AddGap(NodeId node, const std::string& text) {
   gaps_.try_emplace({node, text}, AnswerGap{node, text});
 }
 

@@ -23,7 +23,7 @@ class ChainGatherer {
   // Of one effect in the answer, or of the one asked about.
   void AddGapsOf(const ChainArea& area, const AreaEffect& effect);
   void AddGap(const FlowGap& gap, NodeId operand);
-  void AddGap(NodeId node, std::string text);
+  void AddGap(NodeId node, const std::string& text);
   // In the order of the definitions' places, or of the uses'.
   Chain ByDefinition() &&;
   Chain ByUse() &&;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <map>
@@ -33,7 +32,7 @@ class Partition {
     for (std::uint32_t start = 0; start < starts.size(); ++start) {
       AddBounds(starts[start].bytes, static_cast<std::uint32_t>(sets.size()) + start);
     }
-    std::ranges::sort(bounds_);
+    std::ranges::sort(bounds_, {}, &Bound::at);
     Sweep();
   }
 
@@ -47,7 +46,6 @@ class Partition {
   struct Bound {
     std::uint64_t at;
     std::uint32_t set;
-    auto operator<=>(const Bound&) const = default;
   };
   // Which sets the bytes are in that the sweep is at: the sum of two large numbers for each of them, which are as good
   // as random, so that two different lots of sets having one sum is out of the question.
