@@ -61,12 +61,12 @@ bool IsHandle(const DeclRecord& decl) {
 enum class Part : std::uint8_t { No, Perhaps, Yes };
 using PartOf = std::function<Part(const DeclRecord& decl)>;
 
-// Goes through a group down to its elementary items. Those without a name, what redefines others and what lies below
-// such an item are left as they are.
+// Goes through a group down to its elementary items. What redefines others and what lies below such an item is left as
+// it is; items without a name are too, unless the statement selects what it takes in: then they may be among it.
 class Items {
  public:
-  Items(const StorageLayout& layout, const ModelImage& model, PartOf partOf)
-      : layout_(layout), model_(model), partOf_(std::move(partOf)) {}
+  Items(const StorageLayout& layout, const ModelImage& model, PartOf partOf, bool selects)
+      : layout_(layout), model_(model), partOf_(std::move(partOf)), selects_(selects) {}
 
   // Of one occurrence of the item.
   Overwritten Of(NodeId item, int level = 0) const {
@@ -82,8 +82,12 @@ class Items {
       if (model_.Nodes()[child].entity != Entity::Decl) continue;
       const DeclRecord& below = model_.Decl(child);
       const bool nameless = (below.flags & codemodel::kFiller) != 0 && below.usage != DataUsage::Group;
-      if (!HasOwnBytes(below) || below.redefines != 0 || nameless) continue;
-      const Overwritten once = Of(child, level + 1);
+      if (!HasOwnBytes(below) || below.redefines != 0 || (nameless && !selects_)) continue;
+      Overwritten once = Of(child, level + 1);
+      if (nameless) {
+        once.perhaps.Add(once.surely);
+        once.surely = {};
+      }
       const std::uint64_t slack = layout_.SlackOf(child);
       if (slack <= layout_.SlackOf(item)) {
         Repeat(below, once, bytes);
@@ -124,6 +128,7 @@ class Items {
   const StorageLayout& layout_;
   const ModelImage& model_;
   PartOf partOf_;
+  bool selects_;
 };
 
 // The bytes are those of the item's first occurrence; the operand may be another one.
@@ -160,8 +165,8 @@ void Initialize(const Statement& statement, NodeId target, const PartOf& partOf,
   if (decl.usage != DataUsage::Group || (node.flags & codemodel::kRefMod) != 0) {
     PutWhole(target, partOf(decl), definition, list);
   } else {
-    Put(statement, target, Items(statement.facts.Layout(), statement.Model(), partOf).Of(node.declaration), definition,
-        list);
+    const Items items(statement.facts.Layout(), statement.Model(), partOf, statement.Has(codemodel::kSelects));
+    Put(statement, target, items.Of(node.declaration), definition, list);
   }
 }
 

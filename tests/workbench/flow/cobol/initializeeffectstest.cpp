@@ -8,6 +8,7 @@
 namespace qmrules::test {
 namespace {
 
+using testing::AllOf;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -104,6 +105,13 @@ TEST(InitializeEffects, OtherPhrasesMakeEverythingUnsure) {
   EXPECT_THAT(InitializeEffectsOf("INITIALIZE PLAIN ALL TO VALUE"),
               ElementsAre("may define PLAIN PLAIN 0+7 constant move"));
   EXPECT_THAT(InitializeEffectsOf("INITIALIZE P1 WITH FILLER"), ElementsAre("may define P1 PLAIN 0+3 constant move"));
+}
+
+TEST(InitializeEffects, ItemsWithoutANameMayBeAskedFor) {
+  EXPECT_THAT(InitializeEffectsOf("INITIALIZE HOLES WITH FILLER"),
+              ElementsAre("may define HOLES HOLES 0+15 constant move"));
+  EXPECT_THAT(InitializeEffectsOf("INITIALIZE HOLES FILLER REPLACING ALPHANUMERIC BY V"),
+              AllOf(Contains("define HOLES HOLES 0+3 move"), Contains("may define HOLES HOLES 3+2 move")));
 }
 
 }  // namespace

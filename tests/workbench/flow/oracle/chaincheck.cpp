@@ -56,8 +56,18 @@ bool IsOf(const ModelImage& model, std::uint32_t unit, NodeId node) {
 
 // 0 for what the program starts with.
 std::uint32_t RowOfDefinition(const NetworkLink& link) {
+  const ModelImage& model = *link.program->model;
   const bool isFirst = link.link.kind == DefinitionKind::InitialValue || link.link.kind == DefinitionKind::Parameter;
-  return isFirst ? 0 : RowOf(*link.program->model, link.link.definedAt);
+  // Storage that programs share holds what the others have left.
+  const bool isShared = model.Nodes()[link.link.definition].entity == Entity::Decl;
+  return isFirst || isShared ? 0 : RowOf(model, link.link.definedAt);
+}
+
+bool HasEntry(const ModelImage& model, std::string_view name) {
+  return std::ranges::any_of(model.NodesOf(Entity::Port), [&](NodeId port) {
+    const NodeRecord& record = model.Nodes()[port];
+    return (record.flags & workbench::codemodel::kPortUsing) != 0 && model.Text(record.detail) == name;
+  });
 }
 
 }  // namespace
@@ -69,7 +79,9 @@ ChainCheck::ChainCheck(std::vector<std::shared_ptr<const ModelImage>> models)
             for (const auto& model : models_) {
               if (model->Text(model->Units()[0].name) == name) return model;
             }
-            return nullptr;
+            const auto enters = [name](const auto& model) { return HasEntry(*model, name); };
+            const auto found = std::ranges::find_if(models_, enters);
+            return found == models_.end() ? nullptr : *found;
           },
           [this](std::string_view) {
             std::vector<std::string> names;
@@ -92,13 +104,25 @@ void ChainCheck::TakeUnit(const std::shared_ptr<const ModelImage>& model, std::u
       const NodeId operandOf = OperandOf(*model, node);
       if (operandOf != 0) occurrences_[{RowOf(*model, operandOf), std::string(model->Text(at.name))}].push_back(place);
     } else if (at.entity == Entity::Decl && model->Decl(node).area == node) {
-      areas_[program + "/" + std::string(model->Text(at.name))] = place;
+      const std::string name(model->Text(at.name));
+      areas_[program + "/" + name] = place;
+      if ((model->Decl(node).flags & workbench::codemodel::kGlobal) != 0) TakeGlobal(place, name);
     }
   }
   const FlowGraph graph = workbench::flow::FlowLanguageOf(*model)->BuildFlow(*model, unit);
   for (const Point& at : graph.Points()) {
     const bool isStatement = at.kind == PointKind::Statement || (at.kind == PointKind::Leave && at.node != 0);
     if (isStatement) statements_.emplace(RowOf(*model, at.node), Place{model.get(), unit, at.node});
+  }
+}
+
+// The programs nested in this one know the item by its name.
+void ChainCheck::TakeGlobal(const Place& item, const std::string& name) {
+  const auto units = item.model->Units();
+  for (std::uint32_t unit = item.unit + 1; unit < units.size(); ++unit) {
+    if (units[unit].firstNode > units[item.unit].lastNode) continue;
+    areas_.try_emplace(std::string(item.model->Text(units[unit].name)) + "/" + name,
+                       Place{item.model, unit, item.node});
   }
 }
 

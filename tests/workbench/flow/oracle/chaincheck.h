@@ -66,6 +66,7 @@ class ChainCheck {
   };
 
   void TakeUnit(const std::shared_ptr<const ModelImage>& model, std::uint32_t unit);
+  void TakeGlobal(const Place& item, const std::string& name);
   void CheckRead(const RunEvent& read);
   void CheckStatement(std::uint32_t row);
   Use& UseOf(std::uint32_t row, const std::string& name);

@@ -30,6 +30,7 @@ class ControlStatements:
         self.targets = []  # labels that a PERFORM may name here, in their order
         self.jumps = []  # labels that GO TO may name
         self.exits = {}  # paragraphs with nothing but an EXIT, by those before them
+        self.sorting = None  # SortStatements, where a sort can stand
         self.own_exit = None  # that of the paragraph being written
         self.is_first = True  # the paragraph
 
@@ -50,11 +51,13 @@ class ControlStatements:
             (5, self.perform),
             (3, self.perform_inline),
             (1, self.evaluate_also),
+            (1, self.evaluate_condition),
             (1, self.perform_varying_after),
             (2, self.search),
             (1, self.search_two),
             (1, self.search_all),
             (0 if self.items.is_called else 2, self.read),
+            *([(1, self.sorting.between_files), (1, self.sorting.table)] if self.sorting else []),
             (1, self.go_to),
             (1, self.go_to_depending),
             (1, self.leave),
@@ -142,20 +145,20 @@ class ControlStatements:
 
     def evaluate(self):
         subject = self.items.number()
-        is_true = self.random.random() < 0.4
+        wanted = self.random.choices(["TRUE", "FALSE", None], [4, 2, 5])[0]
         conditions = [self.condition() for _ in range(self.random.randrange(1, 4))]
         self.data.keep_subscripts(subject, *(item for condition in conditions for item in condition.reads))
         self.text.runs(self.text.row)
-        self.text.only_plain("EVALUATE TRUE" if is_true else f"EVALUATE {subject.text}")
+        self.text.only_plain(f"EVALUATE {wanted or subject.text}")
         for condition in conditions:
-            if not is_true:
+            if wanted is None:
                 numbers = [str(self.random.randrange(20)) for _ in range(self.random.randrange(1, 3))]
                 condition = Condition(" OR ".join(f"{subject.text} = {number}" for number in numbers), [subject])
             self.read_condition(self.text.row, condition)
             row = self.text.row
-            for when in [condition.text] if is_true else numbers:
+            for when in [condition.text] if wanted else numbers:
                 self.text.only_plain(f"WHEN {when}")
-            self.text.only_instrumented(f"IF {condition.text}")
+            self.text.only_instrumented(f"IF NOT ({condition.text})" if wanted == "FALSE" else f"IF {condition.text}")
             self.text.comes_out(row, True)
             self.block()
             self.text.only_instrumented("ELSE")
@@ -165,6 +168,24 @@ class ControlStatements:
             self.block()
         self.text.only_plain("END-EVALUATE")
         self.text.only_instrumented(*["END-IF"] * len(conditions))
+
+    def evaluate_condition(self):
+        """Each WHEN asks for the condition once more."""
+        condition = self.condition()
+        self.data.keep_subscripts(*condition.reads)
+        self.text.runs(self.text.row)
+        self.text.only_plain(f"EVALUATE {condition.text}")
+        for value, line in (("TRUE", f"IF {condition.text}"), ("FALSE", f"IF NOT ({condition.text})")):
+            row = self.text.row
+            self.read_condition(row, condition)
+            self.text.only_plain(f"WHEN {value}")
+            self.text.only_instrumented(line)
+            self.text.comes_out(row, True)
+            self.block()
+            self.text.only_instrumented("ELSE")
+            self.text.comes_out(row, False)
+        self.text.only_plain("END-EVALUATE")
+        self.text.only_instrumented("END-IF", "END-IF")
 
     def evaluate_also(self):
         one, other = self.items.pair(self.items.number, self.items.number)
@@ -292,8 +313,8 @@ class ControlStatements:
         self.loop(kind, what)
 
     def range(self):
-        """One or several of the targets, when there are any. An EXIT paragraph, which takes no fuel, is never the first: it could be performed
-        for ever."""
+        """One or several of the targets, when there are any. An EXIT paragraph, which takes no fuel, is never the first:
+        it could be performed for ever."""
         entries = [name for name in self.targets if name not in self.exits.values()]
         if not entries:
             return None

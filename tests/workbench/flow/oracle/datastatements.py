@@ -17,6 +17,8 @@ class DataStatements:
         self.text = text
         self.items = items
         self.callees = callees  # the programs that this one may call
+        self.returning = None  # the row of the last call and the item that it returns to
+        self.entries = {}  # the order of the parameters at the entries of those that have one
         self.kinds = [
             (12, self.move),
             (6, self.move_constant),
@@ -28,6 +30,7 @@ class DataStatements:
             (1, self.nothing),
             (2, self.move_corresponding),
             (2, self.initialize),
+            (2, self.initialize_by_phrases),
             (2, self.set_condition),
             (2, self.accept),
             (1, self.accept_time),
@@ -36,8 +39,10 @@ class DataStatements:
         self.kinds += Arithmetic(self).kinds + StringStatements(self).kinds + TableStatements(self).kinds
         if not items.is_called:
             self.kinds += FileStatements(self).kinds
+        if items.is_called:
+            self.kinds += [(1, self.return_code)]
         if callees:
-            self.kinds += [(4, self.call), (1, self.name_program)]
+            self.kinds += [(4, self.call), (1, self.name_program), (1, self.cancel)]
 
     def any(self):
         weights = [weight for weight, _ in self.kinds]
@@ -165,6 +170,18 @@ class DataStatements:
         items = storage.INITIALIZED[name]
         self.whole(f"INITIALIZE {name}", [], [Item(text, text, size) for text, size in items])
 
+    def initialize_by_phrases(self):
+        if self.random.random() < 0.2:
+            # A byte that has its new value already is written all the same.
+            row = self.start()
+            self.text.before_change([Item("A-G", "A-G", 8)])
+            self.text.both("INITIALIZE A-G ALPHANUMERIC TO VALUE THEN REPLACING NUMERIC DATA BY 9")
+            self.text.after_change(row, [Item("A-G", "A-G", 8)])
+            return self.text.writes(row, Item("A-3", "A-3", 3), Item("A-5", "A-5", 2))
+        name, size = self.random.choice(storage.INITIALIZED_BY_PHRASES)
+        phrases = self.random.choice(storage.INITIALIZE_PHRASES)
+        self.changing(f"INITIALIZE {name} {phrases}", [], [Item(name, name, size)])
+
     def set_condition(self):
         name, parent = self.random.choice(
             [("S-ON TO TRUE", "S-1"), ("S-OFF TO TRUE", "S-1"), ("S-LOW TO TRUE", "S-2"), ("S-ON TO FALSE", "S-1")]
@@ -184,25 +201,40 @@ class DataStatements:
 
     # Calls of the other programs.
 
+    def return_code(self):
+        """What a RETURNING gets; the program that runs ends with the last one otherwise."""
+        self.whole(f"MOVE {storage.RETURN_CODE} TO RETURN-CODE", [], [])
+
     def name_program(self):
         """PG-1 has nothing but names of programs that are there, wherever it is used."""
         name = self.random.choice(self.callees)
         self.whole(f'MOVE "{name}" TO PG-1', [], [Item("PG-1", "PG-1", 8)])
 
+    def cancel(self):
+        """The program begins with its first values when it is called again."""
+        if self.random.random() < 0.5:
+            return self.whole("CANCEL PG-1", [Item("PG-1", "PG-1", 8)], [])
+        self.whole(f'CANCEL "{self.random.choice(self.callees)}"', [], [])
+
     def call(self):
         kind = self.random.randrange(6)
         if kind == 0:
             return self.call_unknown()
-        if kind < 3:
+        if self.entries and self.random.random() < 0.4:
+            callee, order = self.random.choice(sorted(self.entries.items()))
+            self.hand_over(f'"{callee}E"', True, [], order)
+        elif kind < 3:
             self.hand_over("PG-1", True, [Item("PG-1", "PG-1", 8)])
         else:
             self.hand_over(f'"{self.random.choice(self.callees)}"', True, [])
         self.text.comes_back()
+        self.take_back()
 
-    def hand_over(self, program, is_known, reads):
-        """The CALL up to its arguments; comes_back has to follow."""
-        items = [self.items.argument(position) for position in range(len(storage.PARAMETERS))]
-        ways = [self.random.choice(["REFERENCE", "REFERENCE", "CONTENT"]) for _ in items[:-1]] + ["VALUE"]
+    def hand_over(self, program, is_known, reads, order=range(len(storage.PARAMETERS))):
+        """The CALL up to its arguments, for the parameters in this order; comes_back has to follow."""
+        items = [self.items.argument(position) for position in order]
+        ways = [self.random.choice(["REFERENCE", "REFERENCE", "CONTENT"]) for _ in items]
+        ways[list(order).index(len(items) - 1)] = "VALUE"
         self.keep_subscripts(*reads, *items)
         row = self.start([*reads, *items])
         handed = enumerate(zip(items, ways))
@@ -213,6 +245,15 @@ class DataStatements:
         # More than the program takes in; GnuCOBOL does not compile that where it knows the program.
         if not program.startswith('"') and self.random.random() < 0.2:
             self.text.both("    BY REFERENCE FACTOR")
+        self.returning = (row, self.items.code()) if self.random.random() < 0.3 else None
+        if self.returning:
+            self.text.both(f"    RETURNING {self.returning[1].text}")
+
+    def take_back(self):
+        """Behind the return from the last call."""
+        if self.returning:
+            row, item = self.returning
+            self.text.writes(row, item)
 
     def call_unknown(self):
         """Of a program that only the run knows, and that may be none."""
@@ -225,6 +266,7 @@ class DataStatements:
         self.simple()
         self.text.both("NOT ON EXCEPTION")
         self.text.comes_back()
+        self.take_back()
         self.text.comes_out(phrase, False)
         self.simple()
         self.text.both("END-CALL")

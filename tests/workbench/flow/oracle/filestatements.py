@@ -1,15 +1,16 @@
-"""Statements on files with keys, on a file without a phrase for its end, and those of a sort, in both texts."""
+"""Statements on files with keys, and on a file without a phrase for its end, in both texts."""
 
 from programtext import Item
 
 RECORD = Item("R-REC", "R-REC", 8)
 KEY = Item("R-K", "R-K", 2)
-SORTED = Item("SF-REC", "SF-REC", 8)
+INDEXED = Item("IX-REC", "IX-REC", 8)
+INDEX_KEYS = [Item("IX-K", "IX-K", 2), Item("IX-A", "IX-A", 2)]
 
 
 class FileStatements:
-    """`data` is a DataStatements, which tells what a statement reads and writes. The key of R is no operand of the
-    statements that use it, and so no occurrence that could be asked about."""
+    """`data` is a DataStatements, which tells what a statement reads and writes. A key is no operand of the
+    statements that use it without its name, and so no occurrence that could be asked about."""
 
     def __init__(self, data):
         self.random = data.random
@@ -24,6 +25,13 @@ class FileStatements:
             (2, self.write_by_key),
             (1, self.delete),
             (1, self.read_plainly),
+            (1, self.start),
+            (1, self.start_indexed),
+            (1, self.choose_index_key),
+            (2, self.read_indexed),
+            (1, self.read_next_indexed),
+            (3, self.write_indexed),
+            (1, self.delete_indexed),
         ]
 
     def write(self):
@@ -67,27 +75,44 @@ class FileStatements:
         self.text.writes(row, Item("F-REC", "F-REC", 12), *([Item("X-2", "X-2", 8)] if into else []))
         self.text.only_instrumented("END-IF")
 
-    # A sort with procedures of its own.
+    def start(self):
+        row = self.data.start([KEY])
+        relation = self.random.choice(["=", "NOT LESS THAN", "GREATER THAN", ">="])
+        self.text.both(f"START R KEY {relation} R-K")
+        self.data.outcomes(row, "INVALID KEY", "END-START")
 
-    def sort(self):
-        self.text.runs(self.text.row)
-        order = self.random.choice(["ASCENDING", "DESCENDING"])
-        self.text.both(f"SORT SF ON {order} KEY SF-K", "    INPUT PROCEDURE SORT-IN", "    OUTPUT PROCEDURE SORT-OUT")
+    # The indexed file, which has a second key.
 
-    def releases(self, count):
-        for _ in range(count):
-            if self.random.random() < 0.5:
-                self.data.whole("RELEASE SF-REC FROM X-1", [Item("X-1", "X-1", 8)], [SORTED])
-                continue
-            number, text = self.items.number(), self.items.text()
-            self.data.whole(f"MOVE {number.text} TO SF-K", [number], [Item("SF-K", "SF-K", 4)])
-            self.data.whole(f"MOVE {text.text} TO SF-T", [text], [Item("SF-T", "SF-T", 4)])
-            self.data.whole("RELEASE SF-REC", [SORTED], [])
+    def choose_index_key(self):
+        key, source = self.random.choice(INDEX_KEYS), self.items.text()
+        self.data.whole(f"MOVE {source.text} TO {key.text}", [source], [key])
 
-    def returns(self, count):
-        for _ in range(count):
-            row = self.data.start()
-            into = self.random.random() < 0.5
-            self.text.both(f"RETURN SF{' INTO X-2' if into else ''}")
-            success = [SORTED, *([Item("X-2", "X-2", 8)] if into else [])]
-            self.data.outcomes(row, "AT END", "END-RETURN", success=success)
+    def start_indexed(self):
+        key = self.random.choice(INDEX_KEYS)
+        row = self.data.start([key])
+        self.text.both(f"START IX KEY {self.random.choice(['=', 'NOT <', '>'])} {key.text}")
+        self.data.outcomes(row, "INVALID KEY", "END-START")
+
+    def read_indexed(self):
+        key = self.random.choice([*INDEX_KEYS, None])
+        row = self.data.start([key] if key else [])
+        self.text.both("READ IX" + (f" KEY IS {key.text}" if key else ""))
+        self.data.outcomes(row, "INVALID KEY", "END-READ", success=[INDEXED])
+
+    def read_next_indexed(self):
+        row = self.data.start()
+        into = self.random.random() < 0.5
+        self.text.both(f"READ IX NEXT RECORD{' INTO X-2' if into else ''}")
+        self.data.outcomes(row, "AT END", "END-READ", success=[INDEXED, *([Item("X-2", "X-2", 8)] if into else [])])
+
+    def write_indexed(self):
+        source = self.random.choice([Item("X-1", "X-1", 8), Item("D-1", "D-1", 8), None])
+        row = self.data.start([source or INDEXED])
+        verb = self.random.choice(["WRITE", "WRITE", "REWRITE"])
+        self.text.both(f"{verb} IX-REC" + (f" FROM {source.text}" if source else ""))
+        self.data.outcomes(row, "INVALID KEY", f"END-{verb}", always=[INDEXED] if source else [])
+
+    def delete_indexed(self):
+        row = self.data.start()
+        self.text.both("DELETE IX RECORD")
+        self.data.outcomes(row, "INVALID KEY", "END-DELETE")

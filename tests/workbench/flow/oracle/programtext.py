@@ -69,7 +69,8 @@ class ProgramText:
 
     def end_procedures(self):
         """Behind the last statement of a program."""
-        lines = [f"       77  OR-SWITCH-{number} PIC 9 VALUE 0." for number in range(1, self.scratch + 1)]
+        lines = ["       77  OR-FRESH PIC 9 VALUE 1."]
+        lines += [f"       77  OR-SWITCH-{number} PIC 9 VALUE 0." for number in range(1, self.scratch + 1)]
         self.instrumented[self._switches : self._switches] = lines
 
     def new_switch(self):
@@ -112,9 +113,17 @@ class ProgramText:
 
     # Areas go by the names of their program and their own.
 
+    def begins(self):
+        """Before the areas of a program."""
+        self._call("orbegin", "BY REFERENCE OR-FRESH")
+
     def watches(self, name, size, is_local=False):
         """An area; a local one has its first values again at each call of the program."""
         self._watch("orlocal" if is_local else "orarea", name, size)
+
+    def shares(self, name, size):
+        """An area that other programs have as well."""
+        self._watch("orshared", name, size)
 
     def takes_in(self, position, name, size):
         self._watch("orparam", name, size, f"BY VALUE {position}")

@@ -49,6 +49,11 @@ WORKING_STORAGE = """\
     05  M-T OCCURS 4 ASCENDING KEY M-K INDEXED BY M-I.
         10  M-K PIC 9(2).
         10  M-V PIC X(2).
+01  H-REC.
+    05  H-1 PIC X(2) VALUE "h1".
+    05  FILLER PIC X(3) VALUE "fil".
+    05  H-2 PIC 9(3) VALUE 7.
+01  H-R REDEFINES H-REC PIC X(8).
 01  Q-REC.
     05  Q-N PIC 9 VALUE 3.
     05  Q-E PIC X(3) OCCURS 1 TO 4 DEPENDING ON Q-N.
@@ -80,6 +85,20 @@ PROGRAM_NAMES = """\
     05  PG-T PIC X(8) OCCURS 3.
 """
 
+# What programs have in common: all of them, and those nested in the main program with that.
+SHARED = """\
+01  EX-REC IS EXTERNAL.
+    05  EX-1 PIC X(3).
+    05  EX-2 PIC X(3).
+"""
+GLOBAL = """\
+01  GL-REC IS GLOBAL.
+    05  GL-1 PIC X(4) VALUE "glob".
+    05  GL-2 PIC 9(3) VALUE 8.
+"""
+SHARED_AREAS = {"EX-REC": 6}
+GLOBAL_AREAS = {"GL-REC": 7}
+
 # Of programs that are called.
 LOCAL_STORAGE = """\
 77  LS-1 PIC 9(4) VALUE 5.
@@ -92,7 +111,8 @@ LINKAGE = """\
 01  L-X PIC X(5).
 01  L-V PIC S9(9) COMP-5.
 """
-PARAMETERS = [("L-REC", 8), ("L-N", 4), ("L-X", 5), ("L-V", 4)]  # the last by value
+PARAMETERS = [("L-REC", 8), ("L-N", 4), ("L-X", 5), ("L-V", 4)]
+BY_VALUE = "L-V"  # the last of them
 
 AREAS = {
     "A-REC": 36,
@@ -101,6 +121,7 @@ AREAS = {
     "E-REC": 25,
     "S-REC": 2,
     "Q-REC": 13,
+    "H-REC": 8,
     "N-1": 4,
     "N-2": 4,
     "N-3": 3,
@@ -118,7 +139,7 @@ AREAS = {
     "V-1": 4,
     "FUEL": 4,
 }
-FILE_AREAS = {"F-REC": 12, "O-REC": 12, "R-REC": 8, "SF-REC": 8, "R-K": 2}
+FILE_AREAS = {"F-REC": 12, "O-REC": 12, "R-REC": 8, "SF-REC": 8, "R-K": 2, "G1-REC": 8, "G2-REC": 8, "G3-REC": 8, "IX-REC": 8}
 NAME_AREAS = {"PG-1": 8, "PG-ALL": 24}
 LOCAL_AREAS = {"LS-1": 4}
 
@@ -126,11 +147,20 @@ NUMBERS = [
     *[("A-2", 4), ("A-3", 3), ("A-5", 2), ("B-2", 4), ("N-1", 4), ("N-2", 4), ("N-3", 3), ("N-4", 2)],
     *[("C-1", 2), ("C-2", 2), ("V-1", 4)],
 ]
-TEXTS = [("A-1", 4), ("A-4", 3), ("B-1", 6), ("B-3", 10), ("X-1", 8), ("X-2", 8), ("X-3", 5), ("K-3", 2), ("K-4", 2)]
+TEXTS = [
+    *[("A-1", 4), ("A-4", 3), ("B-1", 6), ("B-3", 10), ("X-1", 8), ("X-2", 8), ("X-3", 5), ("K-3", 2), ("K-4", 2)],
+    *[("H-R", 8), ("H-1", 2)],
+]
 GROUPS = [("A-G", 8), ("B-4", 16), ("D-1", 8), ("D-2", 8), ("A-R", 11), ("A-REC", 36), ("B-REC", 36), ("W-REC", 24)]
 # Of the program that is not called.
 FILE_NUMBERS = [("R-K", 2), ("SF-K", 4)]
-FILE_TEXTS = [("F-1", 4), ("F-REC", 12), ("O-REC", 12), ("R-1", 3), ("R-2", 5), ("R-REC", 8), ("SF-T", 4)]
+FILE_TEXTS = [
+    *[("F-1", 4), ("F-REC", 12), ("O-REC", 12), ("R-1", 3), ("R-2", 5), ("R-REC", 8)],
+    *[("SF-T", 4), ("SF-REC", 8), ("G1-REC", 8), ("G3-REC", 8), ("G3-2", 6), ("IX-K", 2), ("IX-T", 4), ("IX-REC", 8)],
+]
+SHARED_TEXTS = [("EX-1", 3), ("EX-2", 3), ("EX-REC", 6)]
+GLOBAL_NUMBERS = [("GL-2", 3)]
+GLOBAL_TEXTS = [("GL-1", 4), ("GL-REC", 7)]
 CALLED_NUMBERS = [("L-2", 4), ("L-N", 4), ("L-V", 4), ("LS-1", 4)]
 CALLED_TEXTS = [("L-1", 4), ("L-X", 5)]
 CALLED_GROUPS = [("L-REC", 8)]
@@ -141,6 +171,9 @@ ARGUMENTS = [
     [("X-3", 5), ("A-T (#)", 5), ("E-T (#)", 5)],
     [("V-1", 4)],
 ]
+# What a called program can put into its return code, and where a caller takes it from there.
+RETURN_CODE = 7
+CODES = [("N-4", 2), ("C-2", 2), ("N-3", 3)]
 # What the main program takes in before all else.
 INPUTS = [
     *[("N-1", 4), ("N-2", 4), ("A-2", 4), ("A-3", 3), ("A-5", 2), ("S-1", 1), ("S-2", 1), ("I-1", 1), ("I-2", 1)],
@@ -158,6 +191,15 @@ INITIALIZED = {
     "S-REC": [("S-1", 1), ("S-2", 1)],
     "N-3": [("N-3", 3)],
 }
+# With these it may leave any byte of the item as it is.
+INITIALIZED_BY_PHRASES = [("A-G", 8), ("A-REC", 36), ("D-2", 8), ("H-REC", 8), ("W-REC", 24), ("S-REC", 2), ("N-3", 3)]
+INITIALIZE_PHRASES = [
+    "WITH FILLER",
+    "WITH FILLER ALL TO VALUE",
+    "ALL TO VALUE",
+    "NUMERIC TO VALUE",
+    "ALL TO VALUE THEN TO DEFAULT",
+]
 # Pairs that MOVE CORRESPONDING D-1 TO D-2 moves.
 CORRESPONDING = [("K-1", 3), ("K-2", 3)]
 
@@ -178,6 +220,19 @@ FD  R.
 01  R-REC.
     05  R-1 PIC X(3).
     05  R-2 PIC X(5).
+FD  G1.
+01  G1-REC PIC X(8).
+FD  G2.
+01  G2-REC PIC X(8).
+FD  G3.
+01  G3-REC.
+    05  G3-1 PIC X(2).
+    05  G3-2 PIC X(6).
+FD  IX.
+01  IX-REC.
+    05  IX-K PIC X(2).
+    05  IX-A PIC X(2).
+    05  IX-T PIC X(4).
 SD  SF.
 01  SF-REC.
     05  SF-K PIC 9(4).
@@ -187,6 +242,7 @@ FILE_STATES = """\
 77  R-ST PIC XX.
 77  R-K PIC 9(2) VALUE 1.
 77  F-ST PIC XX.
+77  IX-ST PIC XX.
 77  O-ST PIC XX.
 """
 
@@ -213,6 +269,14 @@ def file_states():
     return _indented(FILE_STATES)
 
 
+def shared():
+    return _indented(SHARED)
+
+
+def global_items():
+    return _indented(GLOBAL)
+
+
 def local_storage():
     return _indented(LOCAL_STORAGE)
 
@@ -224,13 +288,19 @@ def linkage():
 class Storage:
     """Chooses items. Variable subscripts are those of `subscripts_of`, which the program keeps within their bounds."""
 
-    def __init__(self, random, is_called):
+    def __init__(self, random, is_called, is_nested):
         self.random = random
         self.is_called = is_called
         # What a program takes in is used often.
         self.numbers = NUMBERS + (CALLED_NUMBERS * 2 if is_called else FILE_NUMBERS)
         self.texts = TEXTS + (CALLED_TEXTS * 2 if is_called else FILE_TEXTS)
         self.groups = GROUPS + (CALLED_GROUPS * 2 if is_called else [])
+        self.shared = dict(SHARED_AREAS)
+        self.texts = self.texts + SHARED_TEXTS
+        if is_nested:
+            self.shared |= GLOBAL_AREAS
+            self.numbers = self.numbers + GLOBAL_NUMBERS
+            self.texts = self.texts + GLOBAL_TEXTS
         self.areas = AREAS if is_called else AREAS | FILE_AREAS
 
     def number(self):
@@ -267,6 +337,11 @@ class Storage:
         if "#" not in name:
             return Item(name, name, size)
         return self._element(name.split()[0], size, 3)
+
+    def code(self):
+        """For what a program returns; never an argument of the same call."""
+        name, size = self.random.choice(CODES)
+        return Item(name, name, size)
 
     def any(self):
         return self.random.choice([self.number, self.text, self.text, self.group])()

@@ -46,7 +46,11 @@ class TableStatements:
         if kind == 0:
             self.data.whole("MOVE Q-REC TO X-2", [whole], [Item("X-2", "X-2", 8)])
         elif kind == 1:
-            self.data.changing("MOVE ALL \"2x\" TO Q-REC", [], [Item("Q-REC", "Q-REC", 4)])
+            row = self.data.start()
+            self.text.before_change([Item("Q-REC", "Q-REC", 13)])
+            self.text.both('MOVE ALL "2x" TO Q-REC')
+            self.text.after_change(row, [Item("Q-REC", "Q-REC", 13)])
+            self.text.writes(row, whole)
         elif kind == 2:
             self.data.whole("MOVE X-3 TO Q-E (I-1)", [Item("X-3", "X-3", 5)], [element])
         else:
