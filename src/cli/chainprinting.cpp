@@ -130,19 +130,20 @@ void ChainPrinter::Print(std::ostream& out, const ChainNode& node, const ChainNo
       << fmt::format("{} {} {}  {}{}", node.name.empty() ? "FILLER" : node.name, arrow_, Place(*node.program, place),
                      Line(*node.program, place), Remarks(node));
   if (node.seenBefore) out << "  (see above)";
+  if (node.insideSeen) out << "  (inside as above)";
   if (node.cut) out << "  (goes on)";
   out << '\n';
   for (const CallPassed& call : node.calls) {
     out << indent << "    through the call at " << Place(*call.program, call.statement) << '\n';
   }
-  if (node.seenBefore) return;
-  PrintConditions(out, node, above, indent + "    ");
+  if (!node.seenBefore && !node.insideSeen) PrintConditions(out, node, above, indent + "    ");
   for (const ChainNode& next : node.next) Print(out, next, &node, depth + 1);
 }
 
 void ChainPrinter::FindCommon(const std::vector<ChainNode>& nodes) {
   for (const ChainNode& node : nodes) {
-    const bool isStatement = PlaceOf(node) == node.statement && node.conditions.runs && !node.seenBefore;
+    const bool isStatement =
+        PlaceOf(node) == node.statement && node.conditions.runs && !node.seenBefore && !node.insideSeen;
     Common& common = CommonOf(*node.program);
     if (isStatement && common.statements++ == 0) {
       common.conditions = ShownConditions(node);
@@ -224,6 +225,7 @@ Json ChainPrinter::AsJson(const ChainNode& node) {
                               {"conditions", ConditionsAsJson(program, way.conditions)}});
   }
   json["seenBefore"] = node.seenBefore;
+  json["insideSeen"] = node.insideSeen;
   json["goesOn"] = node.cut;
   json["next"] = Json::array();
   for (const ChainNode& next : node.next) json["next"].push_back(AsJson(next));

@@ -14,8 +14,10 @@ using workbench::codemodel::Entity;
 using workbench::codemodel::VarUsage;
 using workbench::flow::ByteInterval;
 using workbench::flow::ByteSet;
+using workbench::flow::CallContext;
 using workbench::flow::ChainLink;
 using workbench::flow::Effect;
+using workbench::flow::kMostContexts;
 using workbench::flow::LinkReason;
 using workbench::flow::NetworkChain;
 using workbench::flow::NetworkGap;
@@ -63,12 +65,13 @@ void ChainTreeBuilder::Add(NetworkProgram& program, NodeId occurrence) {
   const bool isCall = statement != 0 && program.model->Nodes()[statement].entity == Entity::Port;
   const bool isUsed = program.model->Nodes()[occurrence].usage != VarUsage::In;
   std::vector<ChainNode> nodes;
+  ChainNode root = NodeOf(program, occurrence, statement);
   // ADD 1 TO A: the A that the statement makes is made from the one that it finds.
   const bool isMadeHere = IsBackward() && !isCall && !program.flow->FeedsOf(occurrence).empty();
-  if (!isMadeHere) Follow(program, {occurrence, ByteSet::All()}, 1, nodes);
+  if (!isMadeHere) Follow(root, {occurrence, ByteSet::All()}, 1, nodes);
   if (nodes.empty() && (IsBackward() || isUsed)) {
-    nodes.push_back(NodeOf(program, occurrence, statement));
-    Expand(nodes.back(), ByteSet::All(), 0);
+    Expand(root, ByteSet::All(), 0);
+    nodes.push_back(std::move(root));
   }
   std::ranges::move(nodes, std::back_inserter(tree_.roots));
 }
@@ -86,15 +89,28 @@ std::vector<ChainTreeBuilder::Step> ChainTreeBuilder::StepsFrom(const ChainNode&
   return steps;
 }
 
-std::vector<ChainTreeBuilder::Step> ChainTreeBuilder::NotYetAsked(const NetworkProgram& program,
+std::vector<ChainTreeBuilder::Step> ChainTreeBuilder::NotYetAsked(const ChainNode& node,
                                                                   const std::vector<Step>& steps) const {
   std::vector<Step> fresh;
   for (Step step : steps) {
-    const auto asked = asked_.find({&program, step.operand});
-    if (asked != asked_.end()) step.bytes.Remove(asked->second);
+    if (const auto operand = asked_.find({node.program, step.operand}); operand != asked_.end()) {
+      for (const Asked& asked : operand->second) {
+        if (Covers(asked.context, node.context)) step.bytes.Remove(asked.bytes);
+      }
+    }
     if (!step.bytes.Empty()) fresh.push_back(std::move(step));
   }
   return fresh;
+}
+
+bool ChainTreeBuilder::AreAskedSomewhere(const NetworkProgram& program, const std::vector<Step>& steps) const {
+  return std::ranges::all_of(steps, [&](const Step& step) {
+    ByteSet fresh = step.bytes;
+    if (const auto operand = asked_.find({&program, step.operand}); operand != asked_.end()) {
+      for (const Asked& asked : operand->second) fresh.Remove(asked.bytes);
+    }
+    return fresh.Empty();
+  });
 }
 
 void ChainTreeBuilder::AddGap(NetworkGap gap) {
@@ -104,44 +120,73 @@ void ChainTreeBuilder::AddGap(NetworkGap gap) {
   if (std::ranges::none_of(tree_.gaps, same)) tree_.gaps.push_back(std::move(gap));
 }
 
-void ChainTreeBuilder::Follow(NetworkProgram& program, const Step& step, std::size_t depth,
+ChainNode ChainTreeBuilder::NodeOf(const NetworkLink& found) {
+  const ChainLink& link = found.link;
+  const NodeId operand = IsBackward() ? link.definition : link.use;
+  ChainNode node = NodeOf(*found.program, operand, IsBackward() ? link.definedAt : link.usedAt);
+  // Backward the name is that of what the definition is for, forward that of the use itself.
+  const NodeId named = link.use;
+  if (named != 0) {
+    node.name = found.program->model->Text(found.program->model->Nodes()[named].name);
+    node.bytes = PartOf(*found.program, named, link);
+  }
+  if (IsBackward()) node.kind = link.kind;
+  node.overlaps = link.reason == LinkReason::Overlap;
+  node.mayDefine = IsBackward() && link.mayDefine;
+  node.calls = found.calls;
+  node.context = found.context;
+  node.isOfOtherCall = found.isOfOtherCall;
+  return node;
+}
+
+// Has the question led to the link before, whatever the context? From now on it has.
+bool ChainTreeBuilder::IsShown(const Place& asked, const NetworkLink& found) {
+  const Place reached{found.program, IsBackward() ? found.link.definition : found.link.use};
+  const auto [edge, isNew] =
+      shown_.try_emplace({asked, reached, found.link.kind, found.calls, found.isOfOtherCall}, found.link.bytes);
+  if (isNew) return false;
+  ByteSet fresh = found.link.bytes;
+  fresh.Remove(edge->second);
+  edge->second.Add(fresh);
+  return fresh.Empty();
+}
+
+void ChainTreeBuilder::Follow(const ChainNode& from, const Step& step, std::size_t depth,
                               std::vector<ChainNode>& nodes) {
-  asked_[{&program, step.operand}].Add(step.bytes);
-  NetworkChain chain = IsBackward() ? network_.DefinitionsReaching(program, step.operand, step.bytes)
-                                    : network_.UsesReached(program, step.operand, step.bytes);
+  NetworkProgram& program = *from.program;
+  auto& asked = asked_[{&program, step.operand}];
+  const CallContext context = asked.size() < kMostContexts ? from.context : CallContext();
+  auto same = std::ranges::find(asked, context, &Asked::context);
+  if (same == asked.end()) same = asked.insert(asked.end(), {context, {}});
+  same->bytes.Add(step.bytes);
+  NetworkChain chain = IsBackward() ? network_.DefinitionsReaching(program, step.operand, step.bytes, context)
+                                    : network_.UsesReached(program, step.operand, step.bytes, context);
   for (NetworkGap& gap : chain.gaps) AddGap(std::move(gap));
   for (const NetworkLink& found : chain.links) {
-    const ChainLink& link = found.link;
-    const NodeId operand = IsBackward() ? link.definition : link.use;
-    ChainNode node = NodeOf(*found.program, operand, IsBackward() ? link.definedAt : link.usedAt);
-    // Backward the name is that of what the definition is for, forward that of the use itself.
-    const NodeId named = link.use;
-    if (named != 0) {
-      node.name = found.program->model->Text(found.program->model->Nodes()[named].name);
-      node.bytes = PartOf(*found.program, named, link);
+    const bool isShown = IsShown({&program, step.operand}, found);
+    ChainNode node = NodeOf(found);
+    Expand(node, found.link.bytes, depth);
+    if (isShown && from.insideSeen && !node.cut) {
+      std::ranges::move(node.next, std::back_inserter(nodes));
+    } else {
+      nodes.push_back(std::move(node));
     }
-    if (IsBackward()) node.kind = link.kind;
-    node.overlaps = link.reason == LinkReason::Overlap;
-    node.mayDefine = IsBackward() && link.mayDefine;
-    node.calls = found.calls;
-    node.isOfOtherCall = found.isOfOtherCall;
-    Expand(node, link.bytes, depth);
-    nodes.push_back(std::move(node));
   }
 }
 
 void ChainTreeBuilder::Expand(ChainNode& node, const ByteSet& bytes, std::size_t depth) {
   const auto steps = StepsFrom(node, bytes);
   if (steps.empty()) return;
-  node.seenBefore = NotYetAsked(*node.program, steps).empty();
+  node.seenBefore = NotYetAsked(node, steps).empty();
   if (node.seenBefore) return;
   if (depth >= depth_ || tree_.nodes >= kMostNodes) {
     node.cut = true;
     return;
   }
+  node.insideSeen = AreAskedSomewhere(*node.program, steps);
   // What one step leads to can ask about the next one.
   for (const Step& step : steps) {
-    for (const Step& fresh : NotYetAsked(*node.program, {step})) Follow(*node.program, fresh, depth + 1, node.next);
+    for (const Step& fresh : NotYetAsked(node, {step})) Follow(node, fresh, depth + 1, node.next);
   }
 }
 

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -23,9 +25,11 @@ struct ChainNode {
   bool overlaps = false;                                // through another name for the same bytes
   bool mayDefine = false;
   std::vector<workbench::flow::CallPassed> calls;  // between the one above and this
+  workbench::flow::CallContext context;            // in which the chain is in the program
   bool isOfOtherCall = false;                      // an earlier call of the program left it, or a later one finds it
   workbench::flow::StatementConditions conditions;
   bool seenBefore = false;  // all that follows stands where it came up first
+  bool insideSeen = false;  // it came up first by another call: what follows here is what is different from there
   bool cut = false;         // what follows is deeper than was asked for
   std::vector<ChainNode> next;
 };
@@ -37,8 +41,9 @@ struct ChainTree {
   bool isBackward = true;
 };
 
-// Follows chains from definition to definition, or from use to use. Each byte of an occurrence is asked about once: a
-// chain that comes to a group move again, for other bytes of it, goes on for these.
+// Follows chains from definition to definition, or from use to use. Each byte of an occurrence is asked about once in
+// each context: a chain that comes to a group move again, for other bytes of it, goes on for these, and one that comes
+// to a called program again by another call comes out at that call; what it goes through inside is not shown again.
 class ChainTreeBuilder {
  public:
   enum class Direction : std::uint8_t { Backward, Forward };
@@ -67,16 +72,32 @@ class ChainTreeBuilder {
   bool IsBackward() const { return direction_ == Direction::Backward; }
   ChainNode NodeOf(workbench::flow::NetworkProgram& program, NodeId operand, NodeId statement);
   std::vector<Step> StepsFrom(const ChainNode& node, const workbench::flow::ByteSet& bytes);
-  std::vector<Step> NotYetAsked(const workbench::flow::NetworkProgram& program, const std::vector<Step>& steps) const;
-  void Follow(workbench::flow::NetworkProgram& program, const Step& step, std::size_t depth,
-              std::vector<ChainNode>& nodes);
+  // What was asked of an operand, in one context.
+  struct Asked {
+    workbench::flow::CallContext context;
+    workbench::flow::ByteSet bytes;
+  };
+  struct Place {
+    const workbench::flow::NetworkProgram* program = nullptr;
+    NodeId operand = 0;
+    auto operator<=>(const Place&) const = default;
+  };
+  // From the operand asked about to the one found, with how it was found.
+  using Edge =
+      std::tuple<Place, Place, workbench::flow::DefinitionKind, std::vector<workbench::flow::CallPassed>, bool>;
+  std::vector<Step> NotYetAsked(const ChainNode& node, const std::vector<Step>& steps) const;
+  bool AreAskedSomewhere(const workbench::flow::NetworkProgram& program, const std::vector<Step>& steps) const;
+  void Follow(const ChainNode& from, const Step& step, std::size_t depth, std::vector<ChainNode>& nodes);
+  ChainNode NodeOf(const workbench::flow::NetworkLink& found);
+  bool IsShown(const Place& asked, const workbench::flow::NetworkLink& found);
   void Expand(ChainNode& node, const workbench::flow::ByteSet& bytes, std::size_t depth);
   void AddGap(workbench::flow::NetworkGap gap);
 
   workbench::flow::ProgramNetwork& network_;
   Direction direction_;
   std::size_t depth_;
-  std::map<std::pair<const workbench::flow::NetworkProgram*, NodeId>, workbench::flow::ByteSet> asked_;  // by operand
+  std::map<std::pair<const workbench::flow::NetworkProgram*, NodeId>, std::vector<Asked>> asked_;  // by operand
+  std::map<Edge, workbench::flow::ByteSet> shown_;
   ChainTree tree_;
 };
 

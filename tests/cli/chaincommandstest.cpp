@@ -273,5 +273,125 @@ TEST_F(ChainCommands, ACallOfAnEntryLeadsIntoTheProgramThatHasIt) {
             "      through the call at cobol/caller.cbl:8\n");
 }
 
+constexpr const char* kTwoItems = R"(       DATA DIVISION.
+       WORKING-STORAGE SECTION.
+       01  GIVEN        PIC 9.
+       01  GOT          PIC 9.
+)";
+
+constexpr const char* kTakesTwo = R"(       DATA DIVISION.
+       WORKING-STORAGE SECTION.
+       01  KEPT         PIC 9.
+       LINKAGE SECTION.
+       01  X            PIC 9.
+       01  Y            PIC 9.
+       PROCEDURE DIVISION USING X Y.
+       MAIN-PART.
+)";
+
+// RATING and RENEWAL each call MID, which calls LOW.
+class ChainsOfTwoCallers : public CliTest {
+ protected:
+  ChainsOfTwoCallers() {
+    MakeWorkspace();
+    const std::string calls = R"(       PROCEDURE DIVISION.
+       MAIN-PART.
+           ACCEPT GIVEN
+           CALL 'MID' USING GIVEN GOT
+           DISPLAY GOT
+)";
+    Add("rating", kTwoItems, calls);
+    Add("renewal", kTwoItems, calls);
+    Add("mid", kTakesTwo, "           CALL 'LOW' USING X Y\n");
+  }
+  void Add(const std::string& name, const std::string& data, const std::string& procedures) {
+    const std::string header = "       IDENTIFICATION DIVISION.\n       PROGRAM-ID. " + name + ".\n";
+    folder_.Write("cobol/" + name + ".cbl", header + data + procedures + "           GOBACK.\n");
+  }
+};
+
+TEST_F(ChainsOfTwoCallers, AChainComesOutOfNestedCallsWhereItHasGoneIn) {
+  Add("low", kTakesTwo, "           ADD 1 X GIVING Y\n");
+  Do({"scan"});
+  EXPECT_EQ(Do({"uses", "rating.cbl:9", "GIVEN"}),
+            "GIVEN  cobol/rating.cbl:9  ACCEPT GIVEN\n"
+            "  X -> cobol/low.cbl:11  ADD 1 X GIVING Y\n"
+            "      through the call at cobol/rating.cbl:10\n"
+            "      through the call at cobol/mid.cbl:11\n"
+            "    GOT -> cobol/rating.cbl:11  DISPLAY GOT\n"
+            "        through the call at cobol/mid.cbl:11\n"
+            "        through the call at cobol/rating.cbl:10\n");
+  EXPECT_EQ(Do({"why", "renewal.cbl:11", "GOT"}),
+            "GOT  cobol/renewal.cbl:11  DISPLAY GOT\n"
+            "  Y <- cobol/low.cbl:11  ADD 1 X GIVING Y  [computation]\n"
+            "      through the call at cobol/renewal.cbl:10\n"
+            "      through the call at cobol/mid.cbl:11\n"
+            "    X <- cobol/low.cbl:7  01  X            PIC 9.  [parameter]\n"
+            "    X <- cobol/mid.cbl:7  01  X            PIC 9.  [parameter]\n"
+            "        through the call at cobol/mid.cbl:11\n"
+            "    GIVEN <- cobol/renewal.cbl:9  ACCEPT GIVEN  [input]\n"
+            "        through the call at cobol/mid.cbl:11\n"
+            "        through the call at cobol/renewal.cbl:10\n");
+}
+
+TEST_F(ChainsOfTwoCallers, AChainThatBeginsInACalledProgramComesFromAllCallers) {
+  Add("low", kTakesTwo, "           ADD 1 X GIVING Y\n");
+  Do({"scan"});
+  const std::string why = Do({"why", "low.cbl:11", "X"});
+  EXPECT_NE(why.find("GIVEN <- cobol/rating.cbl:9"), std::string::npos) << why;
+  EXPECT_NE(why.find("GIVEN <- cobol/renewal.cbl:9"), std::string::npos) << why;
+}
+
+TEST_F(ChainsOfTwoCallers, WhatAProgramKeepsForItsNextCallComesOutAtAllCallers) {
+  Add("low", kTakesTwo, "           MOVE KEPT TO Y\n           MOVE X TO KEPT\n");
+  Do({"scan"});
+  EXPECT_EQ(Do({"uses", "rating.cbl:9", "GIVEN"}),
+            "GIVEN  cobol/rating.cbl:9  ACCEPT GIVEN\n"
+            "  X -> cobol/low.cbl:12  MOVE X TO KEPT\n"
+            "      through the call at cobol/rating.cbl:10\n"
+            "      through the call at cobol/mid.cbl:11\n"
+            "    KEPT -> cobol/low.cbl:11  MOVE KEPT TO Y  [when the program is called again]\n"
+            "      GOT -> cobol/rating.cbl:11  DISPLAY GOT\n"
+            "          through the call at cobol/mid.cbl:11\n"
+            "          through the call at cobol/rating.cbl:10\n"
+            "      GOT -> cobol/renewal.cbl:11  DISPLAY GOT\n"
+            "          through the call at cobol/mid.cbl:11\n"
+            "          through the call at cobol/renewal.cbl:10\n");
+  const std::string why = Do({"why", "rating.cbl:11", "GOT"});
+  EXPECT_NE(why.find("GIVEN <- cobol/rating.cbl:9"), std::string::npos) << why;
+  EXPECT_NE(why.find("GIVEN <- cobol/renewal.cbl:9"), std::string::npos) << why;
+}
+
+TEST_F(ChainsOfTwoCallers, AProgramThatIsCalledAgainIsShownInsideOnce) {
+  Add("low", kTakesTwo, "           ADD 1 X GIVING KEPT\n           MOVE KEPT TO Y\n");
+  Add("twice", kTwoItems, R"(       PROCEDURE DIVISION.
+       MAIN-PART.
+           ACCEPT GIVEN
+           CALL 'LOW' USING GIVEN GOT
+           CALL 'LOW' USING GOT GIVEN
+           DISPLAY GIVEN
+)");
+  Do({"scan"});
+  EXPECT_EQ(Do({"uses", "twice.cbl:9", "GIVEN"}),
+            "GIVEN  cobol/twice.cbl:9  ACCEPT GIVEN\n"
+            "  X -> cobol/low.cbl:11  ADD 1 X GIVING KEPT\n"
+            "      through the call at cobol/twice.cbl:10\n"
+            "    KEPT -> cobol/low.cbl:12  MOVE KEPT TO Y\n"
+            "      X -> cobol/low.cbl:11  ADD 1 X GIVING KEPT  (inside as above)\n"
+            "          through the call at cobol/twice.cbl:10\n"
+            "          through the call at cobol/twice.cbl:11\n"
+            "        GIVEN -> cobol/twice.cbl:12  DISPLAY GIVEN\n"
+            "            through the call at cobol/twice.cbl:11\n");
+  const json why = DoJson({"why", "twice.cbl:12", "GIVEN"});
+  const json& first = why[0]["chain"][0];
+  EXPECT_EQ(first["insideSeen"], false);
+  const json& again = first["next"][0]["next"][1];
+  EXPECT_EQ(again["row"], 12);
+  EXPECT_EQ(again["insideSeen"], true);
+  ASSERT_EQ(again["next"].size(), 1U);
+  EXPECT_EQ(again["next"][0]["file"], "cobol/twice.cbl");
+  EXPECT_EQ(again["next"][0]["row"], 9);
+}
+
 }  // namespace
 }  // namespace qmrules::test

@@ -257,12 +257,14 @@ CallOutcome ProgramNetwork::OutcomeIn(NetworkProgram& called, const ProgramBindi
   return outcome;
 }
 
-NetworkChain ProgramNetwork::DefinitionsReaching(NetworkProgram& program, NodeId occurrence, const ByteSet& bytes) {
-  return ProgramSearch(*this).Backward(program, occurrence, bytes);
+NetworkChain ProgramNetwork::DefinitionsReaching(NetworkProgram& program, NodeId occurrence, const ByteSet& bytes,
+                                                 const CallContext& context) {
+  return ProgramSearch(*this).Backward(program, occurrence, bytes, context);
 }
 
-NetworkChain ProgramNetwork::UsesReached(NetworkProgram& program, NodeId definition, const ByteSet& bytes) {
-  return ProgramSearch(*this).Forward(program, definition, bytes);
+NetworkChain ProgramNetwork::UsesReached(NetworkProgram& program, NodeId definition, const ByteSet& bytes,
+                                         const CallContext& context) {
+  return ProgramSearch(*this).Forward(program, definition, bytes, context);
 }
 
 }  // namespace qmrules::workbench::flow

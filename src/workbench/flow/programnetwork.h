@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "workbench/flow/callcontext.h"
 #include "workbench/flow/programflow.h"
 
 // Chains that go on in other programs.
@@ -35,13 +36,6 @@ struct NetworkProgram {
   std::unique_ptr<ProgramFlow> flow;
 };
 
-// A call that a chain goes through.
-struct CallPassed {
-  const NetworkProgram* program = nullptr;  // that calls
-  NodeId statement = 0;
-  bool operator==(const CallPassed&) const = default;
-};
-
 // Where a call leads: the beginning of a program, or another entry of it.
 struct CallTarget {
   NetworkProgram* program = nullptr;
@@ -56,6 +50,7 @@ struct NetworkLink {
   NetworkProgram* program = nullptr;
   ChainLink link;
   std::vector<CallPassed> calls;  // from the end that was asked about on
+  CallContext context;            // of the program at the end that was not asked about
   // The program keeps it in its storage from one call to another: backward from an earlier one, forward to a later one.
   bool isOfOtherCall = false;
 };
@@ -87,9 +82,13 @@ class ProgramNetwork {
   NetworkProgram& Add(std::shared_ptr<const codemodel::ModelImage> model, std::uint32_t unit);
 
   // As those of ProgramFlow. What a call brings that leads to known programs is not among the links: what these leave
-  // is in its place. A chain goes through 32 calls at most; a gap says where it has ended so.
-  NetworkChain DefinitionsReaching(NetworkProgram& program, NodeId occurrence, const ByteSet& bytes = ByteSet::All());
-  NetworkChain UsesReached(NetworkProgram& program, NodeId definition, const ByteSet& bytes = ByteSet::All());
+  // is in its place. A chain goes through 32 calls at most; a gap says where it has ended so. A link to which calls
+  // lead in several ways is there for each. With a context, whose last call has to be one of the program, a chain comes
+  // out of the program at that call only, except by what it keeps from one call to another.
+  NetworkChain DefinitionsReaching(NetworkProgram& program, NodeId occurrence, const ByteSet& bytes = ByteSet::All(),
+                                   const CallContext& context = {});
+  NetworkChain UsesReached(NetworkProgram& program, NodeId definition, const ByteSet& bytes = ByteSet::All(),
+                           const CallContext& context = {});
   // The programs that a call can lead to. Empty when one of them is not known; then `why` is the gap's text.
   std::vector<CallTarget> ProgramsCalled(NetworkProgram& caller, const ProgramCall& call, std::string* why = nullptr);
 

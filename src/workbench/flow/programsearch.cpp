@@ -35,14 +35,16 @@ NodeId AreaOf(const NetworkProgram& program, NodeId node) {
 
 }  // namespace
 
-NetworkChain ProgramSearch::Backward(NetworkProgram& program, NodeId occurrence, const ByteSet& bytes) {
-  Ask({.program = &program, .question = Question::Reaching, .node = occurrence, .bytes = bytes});
+NetworkChain ProgramSearch::Backward(NetworkProgram& program, NodeId occurrence, const ByteSet& bytes,
+                                     const CallContext& context) {
+  Ask({.program = &program, .question = Question::Reaching, .node = occurrence, .bytes = bytes, .context = context});
   Run();
   return std::move(answer_);
 }
 
-NetworkChain ProgramSearch::Forward(NetworkProgram& program, NodeId definition, const ByteSet& bytes) {
-  Ask({.program = &program, .question = Question::Reached, .node = definition, .bytes = bytes});
+NetworkChain ProgramSearch::Forward(NetworkProgram& program, NodeId definition, const ByteSet& bytes,
+                                    const CallContext& context) {
+  Ask({.program = &program, .question = Question::Reached, .node = definition, .bytes = bytes, .context = context});
   Run();
   return std::move(answer_);
 }
@@ -53,8 +55,11 @@ void ProgramSearch::Ask(Item item) {
     bytes.push_back(interval.begin);
     bytes.push_back(interval.end);
   }
-  if (asked_.emplace(item.program, item.question, item.node, std::move(bytes)).second)
-    items_.push_back(std::move(item));
+  auto& contexts = asked_[{item.program, item.question, item.node, std::move(bytes)}];
+  if (std::ranges::any_of(contexts, [&](const CallContext& asked) { return Covers(asked, item.context); })) return;
+  if (contexts.size() >= kMostContexts) item.context.clear();
+  contexts.push_back(item.context);
+  items_.push_back(std::move(item));
 }
 
 void ProgramSearch::AskBeyond(const Item& from, const CallPassed& call, Item item) {
@@ -93,7 +98,7 @@ void ProgramSearch::TakeGaps(const Item& item, const Chain& chain) {
 }
 
 void ProgramSearch::Keep(const Item& item, const ChainLink& link) {
-  answer_.links.push_back({item.program, link, item.calls, item.isOtherCall});
+  answer_.links.push_back({item.program, link, item.calls, item.context, item.isOtherCall});
 }
 
 void ProgramSearch::FollowDefinitions(const Item& item) {
@@ -164,22 +169,38 @@ bool ProgramSearch::FollowIntoCall(const Item& item, const ChainLink& link, Node
               {.program = target.program,
                .question = question,
                .node = binding->parameter.place.area,
-               .bytes = binding->Inwards(link.bytes)});
+               .bytes = binding->Inwards(link.bytes),
+               .context = Entered(item.context, {item.program, statement})});
   }
   return true;
 }
 
 // What a parameter gets, and what becomes of it, is not known where a program is called by a name that is not known.
-void ProgramSearch::AddOpenCalls(NetworkProgram& program) {
-  for (const ProgramNetwork::KnownCall& open : network_.OpenCalls(program)) {
+void ProgramSearch::AddOpenCalls(const Item& item) {
+  if (!item.context.empty()) return;
+  for (const ProgramNetwork::KnownCall& open : network_.OpenCalls(*item.program)) {
     AddGap(*open.caller, open.call->statement,
-           fmt::format("It is not known which program is called; it may be {}.", program.name));
+           fmt::format("It is not known which program is called; it may be {}.", item.program->name));
   }
 }
 
+// The calls that the item's program can have been called by.
+std::vector<ProgramNetwork::KnownCall> ProgramSearch::CallersOf(const Item& item) {
+  if (item.context.empty()) return network_.CallsOf(*item.program);
+  const auto& [caller, statement] = item.context.back();
+  const ProgramCall* call = CallAt(*caller, statement);
+  std::vector<ProgramNetwork::KnownCall> calls;
+  if (call == nullptr) return calls;
+  for (const CallTarget& target : network_.ProgramsCalled(*caller, *call)) {
+    if (target.program == item.program) calls.push_back({caller, call, target.entry});
+  }
+  return calls;
+}
+
 void ProgramSearch::FollowParameter(const Item& item, const ChainLink& link) {
-  AddOpenCalls(*item.program);
-  for (const auto& [caller, call, entry] : network_.CallsOf(*item.program)) {
+  AddOpenCalls(item);
+  const CallContext context = Left(item.context);
+  for (const auto& [caller, call, entry] : CallersOf(item)) {
     const auto& parameters = item.program->flow->ParametersAt(entry);
     for (std::size_t position = 0; position < std::min(parameters.size(), call->arguments.size()); ++position) {
       const Argument& argument = call->arguments[position];
@@ -190,14 +211,15 @@ void ProgramSearch::FollowParameter(const Item& item, const ChainLink& link) {
                   {.program = caller,
                    .question = Question::Reaching,
                    .node = argument.operand,
-                   .bytes = binding.Outwards(link.bytes)});
+                   .bytes = binding.Outwards(link.bytes),
+                   .context = context});
       } else if (caller->model->Nodes()[argument.operand].entity == codemodel::Entity::Const &&
                  link.bytes.Overlaps(parameters[position].place.Bytes())) {
         ChainLink constant;
         constant.definition = argument.operand;
         constant.definedAt = constant.usedAt = call->statement;
         constant.kind = DefinitionKind::ConstantMove;
-        answer_.links.push_back({caller, constant, item.calls, false});
+        answer_.links.push_back({caller, constant, item.calls, context, false});
         answer_.links.back().calls.push_back({caller, call->statement});
       }
     }
@@ -234,8 +256,9 @@ void ProgramSearch::FollowEnd(const Item& item, const ByteSet& atEnd) {
 
 void ProgramSearch::FollowParameterAtEnd(const Item& item, NodeId area, const ByteSet& atEnd) {
   const auto section = static_cast<codemodel::DataSectionKind>(item.program->model->Decl(area).section);
-  if (section == codemodel::DataSectionKind::Linkage) AddOpenCalls(*item.program);
-  for (const auto& [caller, call, entry] : network_.CallsOf(*item.program)) {
+  if (section == codemodel::DataSectionKind::Linkage) AddOpenCalls(item);
+  const CallContext context = Left(item.context);
+  for (const auto& [caller, call, entry] : CallersOf(item)) {
     const auto& parameters = item.program->flow->ParametersAt(entry);
     for (std::size_t position = 0; position < std::min(parameters.size(), call->arguments.size()); ++position) {
       const Argument& argument = call->arguments[position];
@@ -244,7 +267,8 @@ void ProgramSearch::FollowParameterAtEnd(const Item& item, NodeId area, const By
                 {.program = caller,
                  .question = Question::Reached,
                  .node = argument.operand,
-                 .bytes = ProgramBinding{argument, parameters[position]}.Outwards(atEnd)});
+                 .bytes = ProgramBinding{argument, parameters[position]}.Outwards(atEnd),
+                 .context = context});
     }
   }
 }

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 #include <deque>
-#include <set>
+#include <map>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -17,8 +17,8 @@ class ProgramSearch {
  public:
   explicit ProgramSearch(ProgramNetwork& network) : network_(network) {}
 
-  NetworkChain Backward(NetworkProgram& program, NodeId occurrence, const ByteSet& bytes);
-  NetworkChain Forward(NetworkProgram& program, NodeId definition, const ByteSet& bytes);
+  NetworkChain Backward(NetworkProgram& program, NodeId occurrence, const ByteSet& bytes, const CallContext& context);
+  NetworkChain Forward(NetworkProgram& program, NodeId definition, const ByteSet& bytes, const CallContext& context);
 
  private:
   enum class Question : std::uint8_t { Reaching, AtEnd, Reached, FromStart };
@@ -27,6 +27,7 @@ class ProgramSearch {
     Question question = Question::Reaching;
     NodeId node = 0;  // the occurrence or definition; the area for AtEnd and FromStart
     ByteSet bytes;
+    CallContext context = {};
     std::vector<CallPassed> calls = {};
     bool isOtherCall = false;  // AtEnd: of the call of the program before this one; FromStart: of the one after
   };
@@ -45,12 +46,14 @@ class ProgramSearch {
   void FollowParameter(const Item& item, const ChainLink& link);
   void FollowEnd(const Item& item, const ByteSet& atEnd);
   void FollowParameterAtEnd(const Item& item, NodeId area, const ByteSet& atEnd);
-  void AddOpenCalls(NetworkProgram& program);
+  std::vector<ProgramNetwork::KnownCall> CallersOf(const Item& item);
+  void AddOpenCalls(const Item& item);
   void AddGap(const NetworkProgram& program, NodeId node, std::string text);
 
   ProgramNetwork& network_;
   std::deque<Item> items_;
-  std::set<std::tuple<const NetworkProgram*, Question, NodeId, std::vector<std::uint64_t>>> asked_;
+  std::map<std::tuple<const NetworkProgram*, Question, NodeId, std::vector<std::uint64_t>>, std::vector<CallContext>>
+      asked_;
   NetworkChain answer_;
 };
 

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <map>
 
 #include "workbench/flow/flowprogram.h"
@@ -14,6 +15,9 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::Not;
 using ::testing::UnorderedElementsAre;
+using workbench::flow::ByteSet;
+using workbench::flow::CallContext;
+using workbench::flow::CallPassed;
 using workbench::flow::NetworkChain;
 using workbench::flow::NetworkLink;
 using workbench::flow::NetworkProgram;
@@ -30,14 +34,22 @@ class Programs : public ::testing::Test {
     programs_.emplace(name, text);
   }
 
-  std::vector<std::string> Reaching(const std::string& program, std::string_view mark) {
-    return Told(network_.DefinitionsReaching(Of(program), programs_.at(program).NodeAt(mark)), true);
+  std::vector<std::string> Reaching(const std::string& program, std::string_view mark,
+                                    const CallContext& context = {}) {
+    const NodeId node = programs_.at(program).NodeAt(mark);
+    return Told(network_.DefinitionsReaching(Of(program), node, ByteSet::All(), context), true);
   }
-  std::vector<std::string> Uses(const std::string& program, std::string_view mark) {
-    return Told(network_.UsesReached(Of(program), programs_.at(program).NodeAt(mark)), false);
+  std::vector<std::string> Uses(const std::string& program, std::string_view mark, const CallContext& context = {}) {
+    const NodeId node = programs_.at(program).NodeAt(mark);
+    return Told(network_.UsesReached(Of(program), node, ByteSet::All(), context), false);
+  }
+  // The call statement that begins at a mark.
+  CallPassed CallAt(const std::string& program, std::string_view mark) {
+    return {&Of(program), programs_.at(program).NodeAt(mark)};
   }
 
-  std::vector<std::string> gaps_;  // of the last question
+  std::vector<std::string> gaps_;      // of the last question
+  std::vector<CallContext> contexts_;  // of its links
 
  private:
   static std::string Indented(std::string_view lines) {
@@ -71,6 +83,8 @@ class Programs : public ::testing::Test {
       if (backward) text += " " + std::string(NameOf(found.link.kind));
       texts.push_back(text);
     }
+    contexts_.clear();
+    for (const NetworkLink& found : chain.links) contexts_.push_back(found.context);
     gaps_.clear();
     for (const auto& gap : chain.gaps) gaps_.push_back(gap.gap.text);
     return texts;
@@ -280,10 +294,133 @@ PONG-PARA.
     CALL 'PING' USING Y.
     GOBACK.
 )");
-  // What PING adds, PONG overwrites before anybody else sees it.
-  EXPECT_THAT(Reaching("MAIN", "a"), ElementsAre("MAIN 8 A constant move", "PONG 8 Y computation"));
+  // What PING adds, PONG overwrites before anybody else sees it: the PONG of the PING that MAIN calls, and the one of
+  // the PING that PONG calls.
+  EXPECT_THAT(Reaching("MAIN", "a"),
+              ElementsAre("MAIN 8 A constant move", "PONG 8 Y computation", "PONG 8 Y computation"));
   EXPECT_THAT(Reaching("PING", "x"),
               ElementsAre("PING 5 X parameter", "MAIN 8 A constant move", "PONG 8 Y computation"));
+}
+
+constexpr const char* kTwoItems = "WORKING-STORAGE SECTION.\n01 A PIC 9.\n01 B PIC 9.\n";
+
+constexpr const char* kCaller = R"(PROCEDURE DIVISION.
+MAIN-PARA.
+    MOVE 1 TO A
+    $call^CALL 'SUB' USING A B
+    DISPLAY $b[[B]]
+    GOBACK.
+)";
+
+TEST_F(Programs, AChainComesOutOfAProgramAtTheCallThatItIsIn) {
+  Add("MAIN", kTwoItems, kCaller);
+  Add("OTHER", kTwoItems, kCaller);
+  Add("SUB", kSubData, R"(PROCEDURE DIVISION USING X Y.
+SUB-PARA.
+    ADD 1 $x[[X]] GIVING $y[[Y]]
+    GOBACK.
+)");
+  const CallContext inMain{CallAt("MAIN", "call")};
+  EXPECT_THAT(Uses("SUB", "y", inMain), ElementsAre("MAIN 11 B"));
+  EXPECT_THAT(contexts_, ElementsAre(CallContext()));
+  EXPECT_THAT(Uses("SUB", "y"), ElementsAre("MAIN 11 B", "OTHER 11 B"));
+  EXPECT_THAT(Reaching("SUB", "x", inMain), ElementsAre("SUB 5 X parameter", "MAIN 9 A constant move"));
+  EXPECT_THAT(Reaching("SUB", "x"),
+              ElementsAre("SUB 5 X parameter", "MAIN 9 A constant move", "OTHER 9 A constant move"));
+  EXPECT_THAT(Reaching("OTHER", "b"), ElementsAre("SUB 9 Y computation"));
+  EXPECT_THAT(contexts_, ElementsAre(CallContext{CallAt("OTHER", "call")}));
+}
+
+TEST_F(Programs, TwoCallsOfOneProgramAreTwoContexts) {
+  Add("MAIN", kTwoItems, R"(PROCEDURE DIVISION.
+MAIN-PARA.
+    IF B = 1
+      $first^CALL 'SUB' USING A
+    ELSE
+      $second^CALL 'SUB' USING A
+    END-IF
+    DISPLAY $a[[A]]
+    GOBACK.
+)");
+  Add("SUB", "LINKAGE SECTION.\n01 X PIC 9.\n", "PROCEDURE DIVISION USING X.\nSUB-PARA.\n    MOVE 7 TO X.\n");
+  EXPECT_THAT(Reaching("MAIN", "a"), ElementsAre("SUB 8 X constant move", "SUB 8 X constant move"));
+  EXPECT_THAT(contexts_, ElementsAre(CallContext{CallAt("MAIN", "first")}, CallContext{CallAt("MAIN", "second")}));
+}
+
+TEST_F(Programs, InTooManyContextsAProgramIsTakenAsCalledFromEverywhere) {
+  std::string procedures = "PROCEDURE DIVISION.\nMAIN-PARA.\n";
+  for (std::size_t call = 0; call < workbench::flow::kMostContexts + 10; ++call) {
+    procedures += "    IF B = 1 CALL 'SUB' USING A END-IF\n";
+  }
+  Add("MAIN", kTwoItems, procedures + "    DISPLAY $a[[A]]\n    GOBACK.\n");
+  Add("SUB", "LINKAGE SECTION.\n01 X PIC 9.\n", "PROCEDURE DIVISION USING X.\nSUB-PARA.\n    MOVE 7 TO X.\n");
+  const auto links = Reaching("MAIN", "a");
+  EXPECT_EQ(std::ranges::count(links, "SUB 8 X constant move"), workbench::flow::kMostContexts + 1);
+  EXPECT_EQ(std::ranges::count(contexts_.begin() + 1, contexts_.end(), CallContext()), 1);
+  EXPECT_EQ(contexts_.back(), CallContext());
+}
+
+constexpr const char* kPassingOn = R"(PROCEDURE DIVISION USING P Q.
+MID-PARA.
+    $call^CALL 'SUB' USING P Q
+    GOBACK.
+)";
+
+TEST_F(Programs, AChainComesOutOfNestedCallsOneByOne) {
+  const std::string caller = std::string(kCaller).replace(std::string_view(kCaller).find("SUB"), 3, "MID");
+  Add("MAIN", kTwoItems, caller);
+  Add("OTHER", kTwoItems, caller);
+  Add("MID", "LINKAGE SECTION.\n01 P PIC 9.\n01 Q PIC 9.\n", kPassingOn);
+  Add("MIDTOO", "LINKAGE SECTION.\n01 P PIC 9.\n01 Q PIC 9.\n", kPassingOn);
+  Add("SUB", kSubData, R"(PROCEDURE DIVISION USING X Y.
+SUB-PARA.
+    ADD 1 $x[[X]] GIVING $y[[Y]]
+    GOBACK.
+)");
+  Reaching("MAIN", "b");
+  const CallContext inside{CallAt("MAIN", "call"), CallAt("MID", "call")};
+  EXPECT_THAT(contexts_, ElementsAre(inside));
+  EXPECT_THAT(Uses("SUB", "y", inside), ElementsAre("MAIN 11 B"));
+  EXPECT_THAT(Reaching("SUB", "x", inside),
+              ElementsAre("SUB 5 X parameter", "MID 5 P parameter", "MAIN 9 A constant move"));
+  // Where it is not known who has called MID, it is each of them.
+  EXPECT_THAT(Uses("SUB", "y", {CallAt("MID", "call")}), ElementsAre("MAIN 11 B", "OTHER 11 B"));
+  EXPECT_THAT(Reaching("SUB", "x", {CallAt("MIDTOO", "call")}),
+              ElementsAre("SUB 5 X parameter", "MIDTOO 5 P parameter"));
+}
+
+TEST_F(Programs, WhatIsKeptFromOneCallToAnotherLeavesTheContext) {
+  Add("MAIN", kTwoItems, kCaller);
+  Add("OTHER", kTwoItems, kCaller);
+  Add("SUB", std::string("WORKING-STORAGE SECTION.\n01 N PIC 9.\n") + kSubData, R"(PROCEDURE DIVISION USING X Y.
+SUB-PARA.
+    MOVE $n[[N]] TO Y
+    MOVE X TO $kept[[N]]
+    GOBACK.
+)");
+  const CallContext inMain{CallAt("MAIN", "call")};
+  EXPECT_THAT(Reaching("SUB", "n", inMain), ElementsAre("SUB 5 N initial value", "SUB 12 N move"));
+  EXPECT_THAT(contexts_, ElementsAre(inMain, CallContext()));
+  EXPECT_THAT(Uses("SUB", "kept", inMain), ElementsAre("SUB 11 N"));
+  EXPECT_THAT(contexts_, ElementsAre(CallContext()));
+}
+
+TEST_F(Programs, InTheContextOfACallNoOtherCallIsAGap) {
+  Add("MAIN", kTwoItems, R"(PROCEDURE DIVISION.
+MAIN-PARA.
+    $call^CALL 'SUB' USING A
+    ACCEPT B
+    CALL B USING A
+    GOBACK.
+)");
+  Add("SUB", "LINKAGE SECTION.\n01 X PIC 9.\n", R"(PROCEDURE DIVISION USING X.
+SUB-PARA.
+    DISPLAY $use[[X]].
+)");
+  Reaching("SUB", "use", {CallAt("MAIN", "call")});
+  EXPECT_THAT(gaps_, Not(Contains("It is not known which program is called; it may be SUB.")));
+  Reaching("SUB", "use");
+  EXPECT_THAT(gaps_, Contains("It is not known which program is called; it may be SUB."));
 }
 
 constexpr const char* kEntryProgram = R"(PROCEDURE DIVISION USING X.
