@@ -1,6 +1,5 @@
 #pragma once
 
-#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <map>
@@ -77,11 +76,8 @@ class ChainTreeBuilder {
     workbench::flow::CallContext context;
     workbench::flow::ByteSet bytes;
   };
-  struct Place {
-    const workbench::flow::NetworkProgram* program = nullptr;
-    NodeId operand = 0;
-    auto operator<=>(const Place&) const = default;
-  };
+  // An operand of a program.
+  using Place = std::pair<const workbench::flow::NetworkProgram*, NodeId>;
   // From the operand asked about to the one found, with how it was found.
   using Edge =
       std::tuple<Place, Place, workbench::flow::DefinitionKind, std::vector<workbench::flow::CallPassed>, bool>;
@@ -96,7 +92,7 @@ class ChainTreeBuilder {
   workbench::flow::ProgramNetwork& network_;
   Direction direction_;
   std::size_t depth_;
-  std::map<std::pair<const workbench::flow::NetworkProgram*, NodeId>, std::vector<Asked>> asked_;  // by operand
+  std::map<Place, std::vector<Asked>> asked_;
   std::map<Edge, workbench::flow::ByteSet> shown_;
   ChainTree tree_;
 };

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <compare>
 #include <cstddef>
+#include <tuple>
 #include <vector>
 
 #include "workbench/codemodel/modelfile.h"
@@ -22,7 +22,11 @@ struct NetworkProgram;
 struct CallPassed {
   NetworkProgram* program = nullptr;  // that calls
   codemodel::NodeId statement = 0;
-  auto operator<=>(const CallPassed&) const = default;
+  bool operator==(const CallPassed&) const = default;
+  // To key a map with: an order that is not that of the program.
+  bool operator<(const CallPassed& other) const {
+    return std::tie(program, statement) < std::tie(other.program, other.statement);
+  }
 };
 
 // The calls that are open in a program, outermost first: the last one has called it. Which calls are open around the
