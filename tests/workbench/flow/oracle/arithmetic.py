@@ -1,16 +1,12 @@
 """Statements that compute, in both texts."""
 
 from programtext import Item
+from statementfamily import StatementFamily
 
 
-class Arithmetic:
-    """`data` is a DataStatements, which tells what a statement reads and writes."""
-
+class Arithmetic(StatementFamily):
     def __init__(self, data):
-        self.random = data.random
-        self.text = data.text
-        self.items = data.items
-        self.data = data
+        super().__init__(data)
         self.kinds = [
             (4, self.add),
             (1, self.add_corresponding),

@@ -1,6 +1,7 @@
 """Statements on files with keys, and on a file without a phrase for its end, in both texts."""
 
 from programtext import Item
+from statementfamily import StatementFamily
 
 RECORD = Item("R-REC", "R-REC", 8)
 KEY = Item("R-K", "R-K", 2)
@@ -8,15 +9,12 @@ INDEXED = Item("IX-REC", "IX-REC", 8)
 INDEX_KEYS = [Item("IX-K", "IX-K", 2), Item("IX-A", "IX-A", 2)]
 
 
-class FileStatements:
-    """`data` is a DataStatements, which tells what a statement reads and writes. A key is no operand of the
-    statements that use it without its name, and so no occurrence that could be asked about."""
+class FileStatements(StatementFamily):
+    """A key is no operand of the statements that use it without its name, and so no occurrence that could be asked
+    about."""
 
     def __init__(self, data):
-        self.random = data.random
-        self.text = data.text
-        self.items = data.items
-        self.data = data
+        super().__init__(data)
         self.kinds = [
             (1, self.write),
             (1, self.choose_key),

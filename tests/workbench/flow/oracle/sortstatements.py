@@ -1,21 +1,14 @@
 """SORT and MERGE, between files, with procedures of their own and of a table, in both texts."""
 
 from programtext import Item
+from statementfamily import StatementFamily
 
 SORTED = Item("SF-REC", "SF-REC", 8)
 # Of the files that nothing else opens; G3 is written.
 RECORDS = [Item(name, name, 8) for name in ("G1-REC", "G2-REC", "G3-REC")]
 
 
-class SortStatements:
-    """`data` is a DataStatements, which tells what a statement reads and writes."""
-
-    def __init__(self, data):
-        self.random = data.random
-        self.text = data.text
-        self.items = data.items
-        self.data = data
-
+class SortStatements(StatementFamily):
     def _order(self):
         return f"ON {self.random.choice(['ASCENDING', 'DESCENDING'])} KEY"
 

@@ -1,16 +1,12 @@
 """STRING, UNSTRING and INSPECT, in both texts."""
 
 from programtext import Item
+from statementfamily import StatementFamily
 
 
-class StringStatements:
-    """`data` is a DataStatements, which tells what a statement reads and writes."""
-
+class StringStatements(StatementFamily):
     def __init__(self, data):
-        self.random = data.random
-        self.text = data.text
-        self.items = data.items
-        self.data = data
+        super().__init__(data)
         self.kinds = [
             (2, self.string),
             (1, self.string_overflow),

@@ -1,16 +1,12 @@
 """Statements on tables with an index, with a variable count and with computed subscripts, in both texts."""
 
 from programtext import Item
+from statementfamily import StatementFamily
 
 
-class TableStatements:
-    """`data` is a DataStatements, which tells what a statement reads and writes."""
-
+class TableStatements(StatementFamily):
     def __init__(self, data):
-        self.random = data.random
-        self.text = data.text
-        self.items = data.items
-        self.data = data
+        super().__init__(data)
         self.kinds = [
             (2, self.computed_subscript),
             (1, self.indexed),
