@@ -212,6 +212,7 @@ class DataStatements:
 
     def cancel(self):
         """The program begins with its first values when it is called again."""
+        self.text.cancels = True
         if self.random.random() < 0.5:
             return self.whole("CANCEL PG-1", [Item("PG-1", "PG-1", 8)], [])
         self.whole(f'CANCEL "{self.random.choice(self.callees)}"', [], [])

@@ -49,7 +49,8 @@ class OneProgram:
         self.callees = callees
         self.is_called = name != MAIN
         self.is_nested = is_nested
-        self.is_initial = self.is_called and random.random() < 0.2
+        # The runtime looks at what it has freed when a CANCEL names an INITIAL program that has run.
+        self.is_initial = self.is_called and random.random() < 0.2 and not text.cancels
         self.items = storage.Storage(random, self.is_called, is_nested)
         self.data = DataStatements(random, text, self.items, callees)
         self.data.entries = {callee: order for callee, order in entries.items() if callee in callees}

@@ -35,6 +35,7 @@ class ProgramText:
         self.plain = []
         self.instrumented = []
         self.program = ""  # whose text is being written
+        self.cancels = False  # whether a program before, or this one, has a CANCEL
         self.scratch = 0  # switches that the instrumented text of the program needs for itself
         self._switches = 0  # the place for them
 
