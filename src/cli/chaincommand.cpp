@@ -111,8 +111,7 @@ std::vector<catalogue::RegisteredSource> ChainCommand::Candidates(workbench::Emb
   if (!sources.empty()) return sources;
   throw Error(
       fmt::format("{} is no source of the project; \"qmrules source list\" shows its sources, \"qmrules scan\" finds "
-                  "new ones. For a "
-                  "line of a copybook, name the program with --program.",
+                  "new ones. For a line of a copybook, name the program with --program.",
                   file));
 }
 

@@ -47,8 +47,8 @@ class Partition {
     std::uint64_t at;
     std::uint32_t set;
   };
-  // Which sets the bytes are in that the sweep is at: the sum of two large numbers for each of them, which are as good
-  // as random, so that two different lots of sets having one sum is out of the question.
+  // Which sets the bytes are in that the sweep is at: two large numbers for each of them, as good as random, by
+  // exclusive or. That two lots of sets that come up have one signature is out of the question.
   using Signature = std::pair<std::uint64_t, std::uint64_t>;
 
   void AddBounds(const ByteSet& bytes, std::uint32_t set) {
